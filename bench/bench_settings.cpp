@@ -21,8 +21,11 @@ struct Fixture {
     {
         for (int g = 0; g < 200; ++g) {
             SDC group = tree->CreateThread(QStringLiteral("\\グループ%1\\").arg(g));
+            // Most values are plain; one in ten holds a TAB or a line break to escape.
             for (int i = 0; i < 100; ++i)
-                group->AddData(QStringLiteral("表示設定の値 %1 です\t右から左へ").arg(i),
+                group->AddData(QStringLiteral("表示設定の値 %1 です%2右から左へ")
+                                   .arg(i)
+                                   .arg(i % 10 == 0 ? QStringLiteral("\r\n") : QStringLiteral("、")),
                                QStringLiteral("chkオプション%1").arg(i));
         }
         DataSaveLoadClass io;

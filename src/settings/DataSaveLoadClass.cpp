@@ -151,10 +151,11 @@ void DataSaveLoadClass::Visit(StructuredDataClass& vSDC)
         const QString type = vSDC.DataTypeOfNumber(i);
         if (type == StructuredDataClass::TypeRef)
             continue;
-        outLines_.append(QString(depth, QLatin1Char('\t')));
+        for (int t = 0; t < depth; ++t)
+            outLines_.append(QLatin1Char('\t'));
         const bool thread = type == StructuredDataClass::TypeThread;
         if (thread)
-            outLines_.append(kThread + QLatin1Char('\t'));
+            outLines_.append(QLatin1String("[!Thread]\t"));
         AppendEscaped(outLines_, vSDC.DataKeyOfNumber(i));
         outLines_.append(QLatin1Char('\t'));
         const SDC child = thread ? vSDC.ThreadOfNumber(i) : nullptr;

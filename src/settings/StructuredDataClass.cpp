@@ -127,14 +127,13 @@ void StructuredDataClass::Reindex(int vFrom)
         index_[FoldKey(entries_[i].key)] = i;
 }
 
-void StructuredDataClass::InsertAt(int vIndex, Entry vEntry)
+void StructuredDataClass::InsertAt(int vIndex, Entry vEntry, const QString& vFolded)
 {
     if (entries_.size() >= 32767)
         throw AppError(AppError::Overflow);
-    const QString folded = FoldKey(vEntry.key);
     entries_.insert(entries_.begin() + vIndex, std::move(vEntry));
     if (vIndex == static_cast<int>(entries_.size()) - 1)
-        index_.insert(folded, vIndex);
+        index_.insert(vFolded, vIndex);
     else
         Reindex(vIndex);
 }
@@ -153,10 +152,11 @@ StructuredDataClass::Entry StructuredDataClass::TakeAt(int vIndex)
 // names no entry adds nothing, silently, as callers have always relied on.
 void StructuredDataClass::SetItem(Entry vEntry, const QString& vBefore, const QString& vAfter)
 {
-    const int present = IndexOfKey(vEntry.key);
+    const QString folded = FoldKey(vEntry.key);
+    const int present = index_.value(folded, -1);
     if (present >= 0) {
         const int count = Count();
-        const int p = IndexOfKeyExact(vEntry.key) + 1;
+        const int p = entries_[present].key == vEntry.key ? present + 1 : 0;  // exact, as DataNo
         int anchor = p;
         bool after = false;
         if (p == count) {
@@ -165,21 +165,21 @@ void StructuredDataClass::SetItem(Entry vEntry, const QString& vBefore, const QS
         }
         TakeAt(present);
         if (anchor == 0)
-            InsertAt(Count(), std::move(vEntry));
+            InsertAt(Count(), std::move(vEntry), folded);
         else
-            InsertAt(after ? anchor : anchor - 1, std::move(vEntry));
+            InsertAt(after ? anchor : anchor - 1, std::move(vEntry), folded);
         return;
     }
     if (!vBefore.isEmpty()) {
         const int b = IndexOfKey(vBefore);
         if (b >= 0)
-            InsertAt(b, std::move(vEntry));
+            InsertAt(b, std::move(vEntry), folded);
     } else if (!vAfter.isEmpty()) {
         const int a = IndexOfKey(vAfter);
         if (a >= 0)
-            InsertAt(a + 1, std::move(vEntry));
+            InsertAt(a + 1, std::move(vEntry), folded);
     } else {
-        InsertAt(Count(), std::move(vEntry));
+        InsertAt(Count(), std::move(vEntry), folded);
     }
 }
 

@@ -159,7 +159,7 @@ private:
 
     void SetItem(Entry vEntry, const QString& vBefore, const QString& vAfter);
     QString AddEntry(Entry vEntry, const QString& vKey, const QString& vBefore, const QString& vAfter);
-    void InsertAt(int vIndex, Entry vEntry);
+    void InsertAt(int vIndex, Entry vEntry, const QString& vFolded);
     Entry TakeAt(int vIndex);
     void Reindex(int vFrom);
     void SetCurrentPosition(int vNo);

@@ -3,6 +3,7 @@
 #include "support/DirClass.h"
 
 #include "support/AppError.h"
+#include "support/FileBytes.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -17,6 +18,8 @@
 #include <unistd.h>
 
 namespace {
+
+using FileBytes::Fd;
 
 QByteArray Native(const QString& vPath) { return QFile::encodeName(vPath); }
 
@@ -43,28 +46,6 @@ bool WaitForRetry(const QElapsedTimer& vTimer, double vRetrySec)
     QThread::msleep(100);
     return true;
 }
-
-class Fd {
-public:
-    explicit Fd(int v) : fd_(v) {}
-    ~Fd()
-    {
-        if (fd_ >= 0)
-            ::close(fd_);
-    }
-    Fd(const Fd&) = delete;
-    Fd& operator=(const Fd&) = delete;
-    int Get() const { return fd_; }
-    int Close()
-    {
-        const int rc = ::close(fd_);
-        fd_ = -1;
-        return rc;
-    }
-
-private:
-    int fd_;
-};
 
 // Copies the bytes, the permissions and the time of last write, as a copy made by Windows
 // keeps them. Gives 0 or the errno of the failure; a half-written target is removed.
@@ -94,15 +75,10 @@ int CopyBytes(const QByteArray& vFrom, const QByteArray& vTo, bool vFailIfExists
             failure = errno;
             break;
         }
-        for (ssize_t done = 0; done < n && failure == 0;) {
-            const ssize_t w = ::write(out.Get(), buffer + done, static_cast<size_t>(n - done));
-            if (w < 0 && errno != EINTR)
-                failure = errno;
-            else if (w > 0)
-                done += w;
-        }
-        if (failure != 0)
+        if (!FileBytes::WriteFully(out.Get(), buffer, n)) {
+            failure = errno;
             break;
+        }
     }
     if (failure == 0) {
         const struct timespec times[2] = {st.st_atim, st.st_mtim};

@@ -9,25 +9,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace {
+namespace FileBytes {
 
-class Fd {
-public:
-    explicit Fd(int v) : fd_(v) {}
-    ~Fd() { Close(); }
-    Fd(const Fd&) = delete;
-    Fd& operator=(const Fd&) = delete;
-    int Get() const { return fd_; }
-    int Close()
-    {
-        const int rc = fd_ >= 0 ? ::close(fd_) : 0;
-        fd_ = -1;
-        return rc;
-    }
-
-private:
-    int fd_;
-};
+int Fd::Close()
+{
+    const int rc = fd_ >= 0 ? ::close(fd_) : 0;
+    fd_ = -1;
+    return rc;
+}
 
 bool WriteFully(int vFd, const char* vData, qsizetype vSize)
 {
@@ -43,10 +32,6 @@ bool WriteFully(int vFd, const char* vData, qsizetype vSize)
     }
     return true;
 }
-
-} // namespace
-
-namespace FileBytes {
 
 AppError ErrorFor(int vErrno, const QString& vPath)
 {
@@ -95,6 +80,19 @@ QByteArray ReadAll(const QString& vPath)
         bytes.append(buffer, n);
     }
     return bytes;
+}
+
+void WriteInPlace(const QString& vPath, const QByteArray& vBytes, bool vAppend)
+{
+    const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (vAppend ? O_APPEND : O_TRUNC);
+    Fd fd(::open(QFile::encodeName(vPath).constData(), flags, 0666));
+    if (fd.Get() < 0)
+        throw ErrorFor(errno, vPath);
+    int failure = WriteFully(fd.Get(), vBytes.constData(), vBytes.size()) ? 0 : errno;
+    if (fd.Close() != 0 && failure == 0)
+        failure = errno;
+    if (failure != 0)
+        throw ErrorFor(failure, vPath);
 }
 
 void WriteReplacing(const QString& vPath, const QByteArray& vBytes)

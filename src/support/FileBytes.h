@@ -10,12 +10,32 @@
 
 namespace FileBytes {
 
+// A file descriptor that closes itself; Close() reports what close(2) said.
+class Fd {
+public:
+    explicit Fd(int v) : fd_(v) {}
+    ~Fd() { Close(); }
+    Fd(const Fd&) = delete;
+    Fd& operator=(const Fd&) = delete;
+    int Get() const { return fd_; }
+    int Close();
+
+private:
+    int fd_;
+};
+
+// Writes every byte, through interrupted and partial writes; false with errno set on failure.
+bool WriteFully(int vFd, const char* vData, qsizetype vSize);
+
 // The error a failed read or write of vPath raises, chosen by the system's error code.
 AppError ErrorFor(int vErrno, const QString& vPath);
 
 bool Exists(const QString& vPath);
 QByteArray ReadAll(const QString& vPath);
 void WriteReplacing(const QString& vPath, const QByteArray& vBytes);
+// Writes straight into the file, emptied first or appended to: for logs and text files that
+// other programs may be reading as they grow.
+void WriteInPlace(const QString& vPath, const QByteArray& vBytes, bool vAppend);
 
 // Splits at CR LF, and at a lone CR or LF as well; a final line end adds no empty line.
 template <class View, class Text, class Emit>

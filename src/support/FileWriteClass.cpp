@@ -7,39 +7,10 @@
 #include <QFile>
 #include <QGuiApplication>
 
-#include <cerrno>
-#include <fcntl.h>
-#include <unistd.h>
 
 namespace {
 
 const QByteArray kCrLf("\r\n");
-
-void WriteBytes(const QString& vPath, const QByteArray& vBytes, bool vAppend)
-{
-    const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (vAppend ? O_APPEND : O_TRUNC);
-    const int fd = ::open(QFile::encodeName(vPath).constData(), flags, 0666);
-    if (fd < 0)
-        throw FileBytes::ErrorFor(errno, vPath);
-    const char* data = vBytes.constData();
-    qsizetype left = vBytes.size();
-    int failure = 0;
-    while (left > 0) {
-        const ssize_t n = ::write(fd, data, static_cast<size_t>(left));
-        if (n < 0) {
-            if (errno == EINTR)
-                continue;
-            failure = errno;
-            break;
-        }
-        data += n;
-        left -= n;
-    }
-    if (::close(fd) != 0 && failure == 0)
-        failure = errno;
-    if (failure != 0)
-        throw FileBytes::ErrorFor(failure, vPath);
-}
 
 bool IsAppend(const QString& vMode) { return vMode.toUpper() == QLatin1String("APPEND"); }
 
@@ -60,7 +31,7 @@ void FileWriteClass::FileWrite(const QString& vFileName, const QString& vMode)
     QByteArray bytes;
     for (const QString& line : lines_)
         bytes += Cp932::Encode(line) + kCrLf;
-    WriteBytes(path, bytes, IsAppend(vMode));
+    FileBytes::WriteInPlace(path, bytes, IsAppend(vMode));
 }
 
 void FileWriteClass::FileWriteEUC(const QString& vFileName)
@@ -72,7 +43,7 @@ void FileWriteClass::FileWriteEUC(const QString& vFileName)
     for (const QString& line : lines_)
         bytes += Cp932::Encode(line) + '\n';
     // The whole file is replaced: a longer old file must not leave its tail behind.
-    WriteBytes(path, bytes, false);
+    FileBytes::WriteInPlace(path, bytes, false);
 }
 
 void FileWriteClass::FileWriteFromString(const QString& vString, const QString& vFileName, const QString& vMode)
@@ -80,7 +51,7 @@ void FileWriteClass::FileWriteFromString(const QString& vString, const QString& 
     const QString path = TargetName(vFileName);
     if (path.isEmpty())
         return;
-    WriteBytes(path, Cp932::Encode(vString) + kCrLf, IsAppend(vMode));
+    FileBytes::WriteInPlace(path, Cp932::Encode(vString) + kCrLf, IsAppend(vMode));
 }
 
 void FileWriteClass::DeleteCurrentLine()

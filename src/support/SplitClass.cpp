@@ -1,6 +1,7 @@
 #include "support/SplitClass.h"
 
 #include "support/AppError.h"
+#include "support/Blanks.h"
 #include "support/Cp932.h"
 #include "support/LevelAnalyzeClass.h"
 
@@ -15,17 +16,6 @@ bool IsWhiteSpace(QChar vChar, bool vNoWideSpace)
 {
     return vChar == QLatin1Char('\t') || vChar == QLatin1Char(' ')
         || (!vNoWideSpace && vChar == QChar(0x3000));
-}
-
-QString TrimBlanks(const QString& vText)
-{
-    qsizetype first = 0;
-    qsizetype last = vText.size();
-    while (first < last && vText[first] == QLatin1Char(' '))
-        ++first;
-    while (last > first && vText[last - 1] == QLatin1Char(' '))
-        --last;
-    return vText.mid(first, last - first);
 }
 
 } // namespace

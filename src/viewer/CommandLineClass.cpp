@@ -1,30 +1,12 @@
 #include "viewer/CommandLineClass.h"
 
+#include "support/Blanks.h"
 #include "support/SplitClass.h"
 
 namespace {
 
 const QString Blank = QStringLiteral(" ");
 const QString Quote = QStringLiteral("\"");
-
-QString TrimBlanks(const QString& vText)
-{
-    qsizetype first = 0;
-    qsizetype last = vText.size();
-    while (first < last && vText[first] == QLatin1Char(' '))
-        ++first;
-    while (last > first && vText[last - 1] == QLatin1Char(' '))
-        --last;
-    return vText.mid(first, last - first);
-}
-
-QString TrimRightBlanks(const QString& vText)
-{
-    qsizetype last = vText.size();
-    while (last > 0 && vText[last - 1] == QLatin1Char(' '))
-        --last;
-    return vText.left(last);
-}
 
 // A token with a blank goes back in quotes, or it would come back as two.
 QString Quoted(const QString& vToken)
