@@ -26,7 +26,7 @@ using Buttons = MessagePresenter::Buttons;
 using Kind = MessagePresenter::Kind;
 
 // What a recorded box showed, as one value to compare.
-auto Seen(const MessagePresenter::Message& vMessage)
+static auto Seen(const MessagePresenter::Message& vMessage)
 {
     return std::tuple(vMessage.kind, vMessage.title, vMessage.buttons);
 }
@@ -139,17 +139,14 @@ TEST(CommonLibNumbers, ModPlusAndRandomNumbersStayInTheirRanges)
     EXPECT_EQ(L::GetRandomNumber(top, top), top);
 }
 
-TEST(CommonLibNumbers, IsCurrencyTakesPlainNumbersOnly)
+TEST(CommonLibText, IsCurrencyIsAlphabetAndReplaceString)
 {
     for (const QString& yes : {u"123"_s, u"-1.5"_s, u"+0.5"_s, u".5"_s, u"5."_s, u" 42 "_s, u"１２３"_s, u"－１．５"_s})
         EXPECT_TRUE(L::IsCurrency(yes)) << yes.toStdString();
     for (const QString& no : {u""_s, u"-"_s, u"1E3"_s, u"1Ｅ3"_s, u"1D3"_s, u"1,000"_s, u"1，000"_s, u"5-"_s,
                               u"5＋"_s, u"1.2.3"_s, u"abc"_s, u"12a"_s})
         EXPECT_FALSE(L::IsCurrency(no)) << no.toStdString();
-}
-
-TEST(CommonLibText, IsAlphabetAndReplaceString)
-{
+    // Only ASCII letters count, and an empty search text finds nothing.
     EXPECT_TRUE(L::IsAlphabet(u"AbcZ"_s));
     for (const QString& no : {QString(), u"A1"_s, u"Ａ"_s, u"ı"_s})
         EXPECT_FALSE(L::IsAlphabet(no)) << no.toStdString();
@@ -217,7 +214,7 @@ TEST(CommonLibRegex, ReplaceFirstOrAllWithReferences)
         EXPECT_EQ(L::ReplaceRegex(c.subject, c.form), c.result) << c.form.toStdString();
 }
 
-TEST(CommonLibTime, TimeTextsAndSeconds)
+TEST(CommonLibTime, TimeAndDateTextsAndWait)
 {
     const std::pair<qint64, QString> texts[] = {{0, u"00:00:00"_s}, {3725, u"01:02:05"_s}, {86399, u"23:59:59"_s},
                                                 {86400, u"24:00:00"_s}, {86401, u"無効"_s}, {-5, u"23:59:55"_s}};
@@ -234,10 +231,7 @@ TEST(CommonLibTime, TimeTextsAndSeconds)
     EXPECT_TRUE(L::CheckTime(u"23:59:59"_s));
     for (const char* bad : {"24:00:00", "12:60:00", "12:00:60", "1:00:00", "12-00-00", "ab:cd:ef", ""})
         EXPECT_FALSE(L::CheckTime(QString::fromLatin1(bad))) << bad;
-}
 
-TEST(CommonLibTime, DatesAndWait)
-{
     const QDate today = QDate::currentDate();
     EXPECT_EQ(L::CheckDateNow(today), 0);
     EXPECT_EQ(L::CheckDateNow(today.addYears(-1)), 1);

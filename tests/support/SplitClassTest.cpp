@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QStringList Items(const SplitClass& vSplit)
@@ -20,192 +24,156 @@ QString Shape(const StructuredDataClass& vNode)
     QString out;
     for (qint16 i = 1; i <= vNode.Count(); ++i) {
         if (vNode.DataTypeOfNumber(i) == StructuredDataClass::TypeThread)
-            out += QLatin1Char('(') + Shape(*vNode.ThreadOfNumber(i)) + QLatin1Char(')');
+            out += u'(' + Shape(*vNode.ThreadOfNumber(i)) + u')';
         else
-            out += QLatin1Char('[') + vNode.DataValueOfNumber(i) + QLatin1Char(']');
+            out += u'[' + vNode.DataValueOfNumber(i) + u']';
     }
     return out;
 }
 
 } // namespace
 
-TEST(SplitClassTest, ItemOutsideTheListIsEmpty)
+TEST(SplitClassTest, SplitDAndItemsStringKeepEmptyPiecesAndRememberTheDelimiter)
 {
     SplitClass split;
-    EXPECT_EQ(split.ItemCount(), 0);
     EXPECT_EQ(split.Item(1), QString());
-    split.SplitD(QStringLiteral("a,b"));
-    EXPECT_EQ(split.Item(0), QString());
-    EXPECT_EQ(split.Item(-1), QString());
-    EXPECT_EQ(split.Item(2), QStringLiteral("b"));
-    EXPECT_EQ(split.Item(3), QString());
-}
-
-TEST(SplitClassTest, SplitDKeepsEmptyPiecesAndAnEmptyStringKeepsTheList)
-{
-    SplitClass split;
-    split.SplitD(QStringLiteral("a,,b,"), QStringLiteral(","));
-    EXPECT_EQ(Items(split), (QStringList{"a", "", "b", ""}));
-    split.SplitD(QString(), QStringLiteral(","));
+    split.SplitD(u"a,,b,"_s, u","_s);
+    EXPECT_EQ(Items(split), (QStringList{u"a"_s, u""_s, u"b"_s, u""_s}));
+    for (qint16 outside : {0, -1, 5})
+        EXPECT_EQ(split.Item(outside), QString()) << outside;
+    split.SplitD(QString());  // an empty string keeps the list
     EXPECT_EQ(split.ItemCount(), 4);
-    split.SplitD(QStringLiteral(","), QStringLiteral(","));
-    EXPECT_EQ(Items(split), (QStringList{"", ""}));
-    split.SplitD(QStringLiteral("x::y:z"), QStringLiteral("::"));
-    EXPECT_EQ(Items(split), (QStringList{"x", "y:z"}));
-}
+    split.SplitD(u","_s);
+    EXPECT_EQ(Items(split), (QStringList{u""_s, u""_s}));
+    split.SplitD(u"x::y:z"_s, u"::"_s);
+    EXPECT_EQ(Items(split), (QStringList{u"x"_s, u"y:z"_s}));
+    split.SplitD(u"a,b;c"_s, u";"_s);
+    split.SplitD(u"d;e,f"_s);
+    EXPECT_EQ(Items(split), (QStringList{u"d"_s, u"e,f"_s}));
+    SplitClass fresh;
+    fresh.SplitD(u"a,b;c"_s);  // a comma until told otherwise
+    EXPECT_EQ(Items(fresh), (QStringList{u"a"_s, u"b;c"_s}));
 
-TEST(SplitClassTest, SplitDRemembersItsDelimiter)
-{
-    SplitClass split;
-    split.SplitD(QStringLiteral("a,b;c"));
-    EXPECT_EQ(Items(split), (QStringList{"a", "b;c"}));
-    split.SplitD(QStringLiteral("a,b;c"), QStringLiteral(";"));
-    split.SplitD(QStringLiteral("d;e,f"));
-    EXPECT_EQ(Items(split), (QStringList{"d", "e,f"}));
-    EXPECT_EQ(split.Delimiter(), QStringLiteral(";"));
-}
-
-TEST(SplitClassTest, ItemsStringJoinsARangeAndDropsLeadingEmptyItems)
-{
-    SplitClass split;
-    split.SplitD(QStringLiteral(",,a,,b"), QStringLiteral("|"));
-    split.SplitD(QStringLiteral("||a||b"));
-    EXPECT_EQ(split.ItemsString(1, 5), QStringLiteral("a||b"));
-    EXPECT_EQ(split.ItemsString(3, 5, QStringLiteral("-"), true), QStringLiteral("-a--b"));
+    // ItemsString joins a range and drops the empty items it starts with.
+    split.SplitD(u",,a,,b"_s, u"|"_s);
+    split.SplitD(u"||a||b"_s);
+    EXPECT_EQ(split.ItemsString(1, 5), u"a||b"_s);
+    EXPECT_EQ(split.ItemsString(3, 5, u"-"_s, true), u"-a--b"_s);
     // An explicit delimiter sticks for later calls.
-    EXPECT_EQ(split.ItemsString(3, 4), QStringLiteral("a-"));
-    EXPECT_EQ(split.ItemsString(3, 5), QStringLiteral("a--b"));
-    EXPECT_EQ(split.Delimiter(), QStringLiteral("-"));
-
-    EXPECT_EQ(split.ItemsString(0, 2), QString());
-    EXPECT_EQ(split.ItemsString(3, 2), QString());
-    EXPECT_EQ(split.ItemsString(1, 6), QString());
+    EXPECT_EQ(split.ItemsString(3, 4), u"a-"_s);
+    EXPECT_EQ(split.Delimiter(), u"-"_s);
+    for (auto [from, to] : {std::pair<qint16, qint16>{0, 2}, {3, 2}, {1, 6}})
+        EXPECT_EQ(split.ItemsString(from, to), QString()) << from << ".." << to;
 }
 
 TEST(SplitClassTest, SplitWSTreatsRunsOfWhiteSpaceAsOneSeparator)
 {
     SplitClass split;
-    split.SplitWS(QStringLiteral("  a\u3000b\t"));
-    EXPECT_EQ(Items(split), (QStringList{"a", "b"}));
-    split.SplitWS(QStringLiteral("a\u3000b"), true);
-    EXPECT_EQ(Items(split), (QStringList{QStringLiteral("a\u3000b")}));
-    split.SplitWS(QStringLiteral("\t x \t\u3000 yz"));
-    EXPECT_EQ(Items(split), (QStringList{"x", "yz"}));
-    EXPECT_EQ(split.ItemsString(1, 2, SplitClass::NoDelimiter, true), QStringLiteral(",x,yz"));
-    split.SplitWS(QString());
-    EXPECT_EQ(split.ItemCount(), 0);
-    split.SplitWS(QStringLiteral(" \t "));
-    EXPECT_EQ(split.ItemCount(), 0);
+    split.SplitWS(u"\t x \t\u3000 yz"_s);
+    EXPECT_EQ(Items(split), (QStringList{u"x"_s, u"yz"_s}));
+    EXPECT_EQ(split.ItemsString(1, 2, SplitClass::NoDelimiter, true), u",x,yz"_s);
+    split.SplitWS(u"a\u3000b"_s, true);  // the wide space can be kept
+    EXPECT_EQ(Items(split), QStringList{u"a\u3000b"_s});
+    for (const QString& blank : {QString(), u" \t "_s}) {
+        split.SplitWS(blank);
+        EXPECT_EQ(split.ItemCount(), 0);
+    }
 }
 
 TEST(SplitClassTest, SplitCSVUnderstandsOnlyFullyQuotedLines)
 {
     SplitClass split;
-    split.SplitCSV(QStringLiteral("  \"a\",\"b,c\",\"\"  "));
-    EXPECT_EQ(Items(split), (QStringList{"a", "b,c", ""}));
+    split.SplitCSV(u"  \"a\",\"b,c\",\"\"  "_s);
+    EXPECT_EQ(Items(split), (QStringList{u"a"_s, u"b,c"_s, u""_s}));
     // A quote inside a field stays as it is.
-    split.SplitCSV(QStringLiteral("\"say \"\"hi\"\"\",\"x\""));
-    EXPECT_EQ(Items(split), (QStringList{"say \"\"hi\"\"", "x"}));
-
+    split.SplitCSV(u"\"say \"\"hi\"\"\",\"x\""_s);
+    EXPECT_EQ(Items(split), (QStringList{u"say \"\"hi\"\""_s, u"x"_s}));
     split.SplitCSV(QString());
     EXPECT_EQ(split.ItemCount(), 2);
-    split.SplitCSV(QStringLiteral("a,b"));
-    EXPECT_EQ(split.ItemCount(), 0);
-    split.SplitCSV(QStringLiteral("\"a\",b"));
-    EXPECT_EQ(split.ItemCount(), 0);
-    split.SplitCSV(QStringLiteral("\""));
-    EXPECT_EQ(split.ItemCount(), 0);
+    for (const QString& unquoted : {u"a,b"_s, u"\"a\",b"_s, u"\""_s}) {
+        split.SplitCSV(unquoted);
+        EXPECT_EQ(split.ItemCount(), 0) << unquoted.toStdString();
+    }
 }
 
 TEST(SplitClassTest, SplitFCountsCodePageBytes)
 {
     SplitClass split;
-    split.SplitF(QStringLiteral("日本語"), {2});
-    EXPECT_EQ(Items(split), (QStringList{"日", "本語"}));
-    // Half-width katakana is one byte, the kanji two.
-    split.SplitF(QStringLiteral("ｱｲ漢A12"), {1, 3, 0, 1});
-    EXPECT_EQ(Items(split), (QStringList{"ｱ", "ｲ漢", "", "A", "12"}));
-    // Widths past the end give empty fields; the remainder is always there.
-    split.SplitF(QStringLiteral("ab"), {1, 5, 2});
-    EXPECT_EQ(Items(split), (QStringList{"a", "b", "", ""}));
-    split.SplitF(QStringLiteral("abc"), {});
-    EXPECT_EQ(Items(split), (QStringList{"abc"}));
-    EXPECT_THROW(split.SplitF(QStringLiteral("abc"), {1, -1}), AppError);
-    // ソ is 83 5C: the lead byte alone is no character, the trail byte alone is a backslash.
-    split.SplitF(QStringLiteral("ソx"), {1});
-    EXPECT_EQ(Items(split), (QStringList{QStringLiteral("\uFFFD"), "\\x"}));
-    split.SplitF(QStringLiteral("日本"), {3});
+    const std::tuple<QString, QList<int>, QStringList> cases[] = {
+        {u"日本語"_s, {2}, {u"日"_s, u"本語"_s}},
+        // Half-width katakana is one byte, the kanji two.
+        {u"ｱｲ漢A12"_s, {1, 3, 0, 1}, {u"ｱ"_s, u"ｲ漢"_s, u""_s, u"A"_s, u"12"_s}},
+        // Widths past the end give empty fields; the remainder is always there.
+        {u"ab"_s, {1, 5, 2}, {u"a"_s, u"b"_s, u""_s, u""_s}}, {u"abc"_s, {}, {u"abc"_s}},
+        // ソ is 83 5C: the lead byte alone is no character, the trail byte alone is a backslash.
+        {u"ソx"_s, {1}, {u"\uFFFD"_s, u"\\x"_s}},
+    };
+    for (const auto& [text, widths, items] : cases) {
+        split.SplitF(text, widths);
+        EXPECT_EQ(Items(split), items) << text.toStdString();
+    }
+    split.SplitF(u"日本"_s, {3});
     ASSERT_EQ(split.ItemCount(), 2);
-    EXPECT_TRUE(split.Item(1).startsWith(QStringLiteral("日")));
+    EXPECT_TRUE(split.Item(1).startsWith(u"日"_s));
     EXPECT_EQ(split.Item(1).size(), 2);
+    EXPECT_THROW(split.SplitF(u"abc"_s, {1, -1}), AppError);
 }
 
 TEST(SplitClassTest, SplitDQKeepsQuotedStretchesWhole)
 {
     SplitClass split;
-    split.SplitDQ(QStringLiteral("a,\"b,c\"d,e"), QStringLiteral("\""), QStringLiteral(","));
-    EXPECT_EQ(Items(split), (QStringList{"a", "b,cd", "e"}));
-    split.SplitDQ(QStringLiteral("\"x y\" z"), QStringLiteral("\""), QStringLiteral(" "));
-    EXPECT_EQ(Items(split), (QStringList{"x y", "z"}));
-    split.SplitDQ(QStringLiteral("ab\"c d\",,'e'"), QStringLiteral("\""), QStringLiteral(","));
-    EXPECT_EQ(Items(split), (QStringList{"abc d", "", "'e'"}));
-    split.SplitDQ(QStringLiteral("p,q,"), QStringLiteral("\""));
-    EXPECT_EQ(Items(split), (QStringList{"p", "q", ""}));
-    split.SplitDQ(QStringLiteral("'1;2';3"), QStringLiteral("'"), QStringLiteral(";"));
-    EXPECT_EQ(Items(split), (QStringList{"1;2", "3"}));
-    // Unpaired quotes: the analysis gives up and so there is nothing to cut.
-    split.SplitDQ(QStringLiteral("a,\"b,c"), QStringLiteral("\""), QStringLiteral(","));
-    EXPECT_EQ(split.ItemCount(), 0);
+    const std::tuple<QString, QString, QString, QStringList> cases[] = {
+        {u"a,\"b,c\"d,e"_s, u"\""_s, u","_s, {u"a"_s, u"b,cd"_s, u"e"_s}},
+        {u"\"x y\" z"_s, u"\""_s, u" "_s, {u"x y"_s, u"z"_s}},
+        {u"ab\"c d\",,'e'"_s, u"\""_s, u","_s, {u"abc d"_s, u""_s, u"'e'"_s}},
+        {u"p,q,"_s, u"\""_s, QString(), {u"p"_s, u"q"_s, u""_s}},
+        {u"'1;2';3"_s, u"'"_s, u";"_s, {u"1;2"_s, u"3"_s}},
+        // Unpaired quotes: the analysis gives up and so there is nothing to cut.
+        {u"a,\"b,c"_s, u"\""_s, u","_s, {}},
+    };
+    for (const auto& [text, quote, delimiter, items] : cases) {
+        split.SplitDQ(text, quote, delimiter);
+        EXPECT_EQ(Items(split), items) << text.toStdString();
+    }
 }
 
-TEST(LevelAnalyzeClassTest, NestedMarkersBuildNestedNodes)
+TEST(LevelAnalyzeClassTest, MarkersNestIntoChildNodes)
 {
     LevelAnalyzeClass analyzer;
-    analyzer.AnalyzeString(QStringLiteral("a(b(c)d)e"), QStringLiteral("("), QStringLiteral(")"));
+    analyzer.AnalyzeString(u"a(b(c)d)e"_s, u"("_s, u")"_s);
     const SDC root = analyzer.StructurdData();
-    EXPECT_EQ(Shape(*root), QStringLiteral("[a]([b]([c])[d])[e]"));
-    EXPECT_EQ(root->LevelNo(), 1);
+    EXPECT_EQ(Shape(*root), u"[a]([b]([c])[d])[e]"_s);
     EXPECT_EQ(root->ThreadOfNumber(2)->ThreadOfNumber(2)->LevelNo(), 3);
     EXPECT_EQ(root->ThreadOfNumber(2)->Parent(), root);
-
-    analyzer.AnalyzeString(QStringLiteral("(x)"));
-    EXPECT_EQ(Shape(*root), QStringLiteral("[]([x])[]"));
-}
-
-TEST(LevelAnalyzeClassTest, EqualMarkersAlternateBetweenOutsideAndInside)
-{
-    LevelAnalyzeClass analyzer;
-    analyzer.AnalyzeString(QStringLiteral("ab'cd'ef''"), QStringLiteral("'"), QStringLiteral("'"));
-    EXPECT_EQ(Shape(*analyzer.StructurdData()), QStringLiteral("[ab]([cd])[ef]()[]"));
+    analyzer.AnalyzeString(u"(x)"_s);
+    EXPECT_EQ(Shape(*root), u"[]([x])[]"_s);
+    // Equal markers alternate between outside and inside.
+    analyzer.AnalyzeString(u"ab'cd'ef''"_s, u"'"_s, u"'"_s);
+    EXPECT_EQ(Shape(*analyzer.StructurdData()), u"[ab]([cd])[ef]()[]"_s);
 }
 
 TEST(LevelAnalyzeClassTest, MarkersThatDontPairLeaveTheTreeAsItWas)
 {
     LevelAnalyzeClass analyzer;
-    analyzer.AnalyzeString(QStringLiteral("a'b'"), QStringLiteral("'"), QStringLiteral("'"));
+    analyzer.AnalyzeString(u"a'b'"_s, u"'"_s, u"'"_s);
     const QString before = Shape(*analyzer.StructurdData());
-    analyzer.AnalyzeString(QStringLiteral("x'y'z'"));
+    analyzer.AnalyzeString(u"x'y'z'"_s);
     EXPECT_EQ(Shape(*analyzer.StructurdData()), before);
-    analyzer.AnalyzeString(QStringLiteral("(()"), QStringLiteral("("), QStringLiteral(")"));
+    analyzer.AnalyzeString(u"(()"_s, u"("_s, u")"_s);
     EXPECT_EQ(Shape(*analyzer.StructurdData()), before);
-    EXPECT_EQ(analyzer.TargetString(), QStringLiteral("(()"));
-
-    // An empty marker stops the analysis; set, the stored target is analysed.
-    LevelAnalyzeClass other;
-    other.AnalyzeString(QStringLiteral("a(b)"), QStringLiteral("("));
-    EXPECT_EQ(other.StructurdData()->Count(), 0);
-    other.SetEndString(QStringLiteral(")"));
-    other.AnalyzeString();
-    EXPECT_EQ(Shape(*other.StructurdData()), QStringLiteral("[a]([b])[]"));
-}
-
-TEST(LevelAnalyzeClassTest, MisorderedOrMultiCharacterMarkersNeverCrash)
-{
-    LevelAnalyzeClass analyzer;
+    EXPECT_EQ(analyzer.TargetString(), u"(()"_s);
     // Counts agree, but the end comes first: the analysis stops quietly.
-    analyzer.AnalyzeString(QStringLiteral(")a("), QStringLiteral("("), QStringLiteral(")"));
+    analyzer.AnalyzeString(u")a("_s);
     EXPECT_LE(analyzer.StructurdData()->Count(), 1);
     // A two-character marker passes the count check but never matches a single character.
-    analyzer.AnalyzeString(QStringLiteral("x<<y<<z"), QStringLiteral("<<"), QStringLiteral("<<"));
-    EXPECT_EQ(Shape(*analyzer.StructurdData()), QStringLiteral("[x<<y<<z]"));
+    analyzer.AnalyzeString(u"x<<y<<z"_s, u"<<"_s, u"<<"_s);
+    EXPECT_EQ(Shape(*analyzer.StructurdData()), u"[x<<y<<z]"_s);
+
+    // An empty marker stops the analysis; once set, the stored target is analysed.
+    LevelAnalyzeClass other;
+    other.AnalyzeString(u"a(b)"_s, u"("_s);
+    EXPECT_EQ(other.StructurdData()->Count(), 0);
+    other.SetEndString(u")"_s);
+    other.AnalyzeString();
+    EXPECT_EQ(Shape(*other.StructurdData()), u"[a]([b])[]"_s);
 }

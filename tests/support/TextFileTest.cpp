@@ -8,113 +8,84 @@
 #include <QGuiApplication>
 #include <QTemporaryDir>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 using testfiles::ReadBytes;
 using testfiles::WriteBytes;
 
+QStringList Lines(const FileReadClass& vIn)
+{
+    QStringList out;
+    for (qint32 i = 1; i <= vIn.Count(); ++i)
+        out << vIn.Line(i);
+    return out;
+}
+
 class TextFileTest : public ::testing::Test {
 protected:
     void SetUp() override { ASSERT_TRUE(temp_.isValid()); }
-    QString At(const QString& vName) const { return temp_.path() + QLatin1Char('/') + vName; }
+    QString At(const QString& vName) const { return temp_.path() + u'/' + vName; }
     QTemporaryDir temp_;
 };
 
-TEST_F(TextFileTest, LinesGoOutInCp932WithCrLfAndComeBack)
+TEST_F(TextFileTest, WriterPutsLinesInCp932WithCrLfAndTheReaderBringsThemBack)
 {
     FileWriteClass out;
-    out.SetLine(QStringLiteral("日本語"));
-    out.SetLine(QString());
-    out.SetLine(QStringLiteral("a b"));
-    const QString path = At(QStringLiteral("名前 \"付き\".txt"));
-    out.FileWrite(path, QStringLiteral("OUTPUT"));
-    EXPECT_EQ(out.FileName(), path);
+    for (const QString& line : {u"日本語"_s, QString(), u"a b"_s})
+        out.SetLine(line);
+    const QString path = At(u"名前 \"付き\".txt"_s);
+    out.FileWrite(path);
     EXPECT_EQ(ReadBytes(path), QByteArray("\x93\xfa\x96\x7b\x8c\xea\r\n\r\na b\r\n"));
-
     FileReadClass in;
     EXPECT_EQ(in.FileRead(path), QString());
-    EXPECT_EQ(in.Count(), 3);
-    EXPECT_EQ(in.Line(1), QStringLiteral("日本語"));
-    EXPECT_EQ(in.Line(2), QString());
-    EXPECT_EQ(in.Line(3), QStringLiteral("a b"));
+    EXPECT_EQ(Lines(in), (QStringList{u"日本語"_s, QString(), u"a b"_s}));
     EXPECT_EQ(in.Line(0), QString());
     EXPECT_EQ(in.Line(4), QString());
 
     // "append" in any case appends; any other mode starts the file anew.
-    out.FileWrite(QString(), QStringLiteral("append"));
+    out.FileWrite(QString(), u"append"_s);
     EXPECT_EQ(ReadBytes(path).count("a b\r\n"), 2);
-    out.FileWriteFromString(QStringLiteral("only"), QString(), QStringLiteral("whatever"));
-    EXPECT_EQ(ReadBytes(path), QByteArray("only\r\n"));
-    out.FileWriteFromString(QStringLiteral("more"), QString(), QStringLiteral("Append"));
+    // The LF writer ends lines with LF alone, and leaves no tail of the longer file before.
+    out.FileWriteEUC();
+    EXPECT_EQ(ReadBytes(path), QByteArray("\x93\xfa\x96\x7b\x8c\xea\n\na b\n"));
+    out.FileWriteFromString(u"only"_s, QString(), u"whatever"_s);
+    out.FileWriteFromString(u"more"_s, QString(), u"Append"_s);
     EXPECT_EQ(ReadBytes(path), QByteArray("only\r\nmore\r\n"));
+    EXPECT_THROW(out.FileWrite(At(u"no/such/folder.txt"_s)), AppError);
+    out.SetFileName(QString());
+    out.FileWrite();  // no name: nothing happens
+
+    out.SetLine(u"消す"_s);
+    out.DeleteCurrentLine();
+    EXPECT_EQ(out.GetAllString(), u"日本語\r\n\r\na b"_s);
+    out.WriteClipboard();
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), out.GetAllString());
+    out.ClearAllLine();
+    out.DeleteCurrentLine();  // nothing left to delete
+    EXPECT_EQ(out.GetAllString(), QString());
 }
 
-TEST_F(TextFileTest, ReaderEndsLinesAtCrOrCrLfOnly)
+TEST_F(TextFileTest, ReaderEndsLinesAtCrOrCrLfOnlyAndReportsFailures)
 {
-    const QString path = At(QStringLiteral("ends.txt"));
+    const QString path = At(u"ends.txt"_s);
     WriteBytes(path, "a\rb\r\nc\nd\r\n\r\n");
     FileReadClass in;
     in.SetFileName(path);
     ASSERT_EQ(in.FileRead(), QString());
-    EXPECT_EQ(in.Count(), 4);
-    EXPECT_EQ(in.Line(3), QStringLiteral("c\nd"));
-    EXPECT_EQ(in.Line(4), QString());
-
+    EXPECT_EQ(Lines(in), (QStringList{u"a"_s, u"b"_s, u"c\nd"_s, QString()}));
     WriteBytes(path, "");
-    ASSERT_EQ(in.FileRead(QStringLiteral("  ")), QString());  // a blank name keeps FileName
+    ASSERT_EQ(in.FileRead(u"  "_s), QString());  // a blank name keeps FileName
     EXPECT_EQ(in.Count(), 0);
-    EXPECT_EQ(in.Line(1), QString());
-
     WriteBytes(path, "x\x82\xa0\r\ny");
-    EXPECT_EQ(in.FileReadToString(path), QStringLiteral("1"));
-    EXPECT_EQ(in.Count(), 1);
-    EXPECT_EQ(in.Line(1), QStringLiteral("xあ\r\ny"));
-}
+    EXPECT_EQ(in.FileReadToString(path), u"1"_s);
+    EXPECT_EQ(Lines(in), QStringList{u"xあ\r\ny"_s});
 
-TEST_F(TextFileTest, UnopenableFilesAreReportedByTheResult)
-{
-    FileReadClass in;
-    WriteBytes(At(QStringLiteral("kept.txt")), "kept\r\n");
-    ASSERT_EQ(in.FileRead(At(QStringLiteral("kept.txt"))), QString());
-    EXPECT_TRUE(in.FileRead(At(QStringLiteral("missing.txt"))).startsWith(QStringLiteral("エラー番号 ")));
-    EXPECT_TRUE(in.FileReadToString(At(QStringLiteral("missing.txt"))).startsWith(QStringLiteral("エラー番号 ")));
-    EXPECT_EQ(in.Line(1), QStringLiteral("kept"));  // a failed read leaves the lines alone
-
-    FileWriteClass out;
-    out.SetLine(QStringLiteral("x"));
-    EXPECT_THROW(out.FileWrite(At(QStringLiteral("no/such/folder.txt"))), AppError);
-    out.SetFileName(QString());
-    out.FileWrite();  // no name: nothing happens
-}
-
-TEST_F(TextFileTest, EucWriterEndsLinesWithLfAndReplacesTheFile)
-{
-    const QString path = At(QStringLiteral("lf.txt"));
-    WriteBytes(path, "a much longer old content");
-    FileWriteClass out;
-    out.SetLine(QStringLiteral("a"));
-    out.SetLine(QStringLiteral("b"));
-    out.FileWriteEUC(path);
-    EXPECT_EQ(ReadBytes(path), QByteArray("a\nb\n"));
-}
-
-TEST_F(TextFileTest, LineListAndClipboard)
-{
-    FileWriteClass out;
-    EXPECT_EQ(out.GetAllString(), QString());
-    out.SetLine(QStringLiteral("one"));
-    out.SetLine(QStringLiteral("二"));
-    out.SetLine(QStringLiteral("three"));
-    EXPECT_EQ(out.CurrentLine(), 3);
-    out.DeleteCurrentLine();
-    EXPECT_EQ(out.CurrentLine(), 2);
-    EXPECT_EQ(out.Count(), 2);
-    EXPECT_EQ(out.GetAllString(), QStringLiteral("one\r\n二"));
-    out.WriteClipboard();
-    EXPECT_EQ(QGuiApplication::clipboard()->text(), QStringLiteral("one\r\n二"));
-    out.ClearAllLine();
-    out.DeleteCurrentLine();
-    EXPECT_EQ(out.Count(), 0);
+    // A file that can't be read is reported by the result and leaves the lines alone.
+    EXPECT_TRUE(in.FileRead(At(u"missing.txt"_s)).startsWith(u"エラー番号 "_s));
+    EXPECT_TRUE(in.FileReadToString(At(u"missing.txt"_s)).startsWith(u"エラー番号 "_s));
+    EXPECT_EQ(Lines(in), QStringList{u"xあ\r\ny"_s});
 }
 
 } // namespace

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 QStringList Values(const SDC& vList)
@@ -17,41 +19,25 @@ QStringList Values(const SDC& vList)
 TEST(CommandLineClassTest, TokensAreSortedIntoFilesAndSwitches)
 {
     CommandLineClass line;
-    line.AnalyzeComanndLine(QStringLiteral("Marnoquill.exe  a.xdw -p3 /xabc \"b c.tif\" - /q"));
-    EXPECT_EQ(line.ExeName(), QStringLiteral("Marnoquill.exe"));
-    EXPECT_EQ(line.Argument(), QStringLiteral("a.xdw -p3 /xabc \"b c.tif\" - /q"));
-    EXPECT_EQ(Values(line.Files()), (QStringList{"a.xdw", "b c.tif"}));
-    EXPECT_EQ(line.Files()->DataKeyOfNumber(2), QStringLiteral("2"));
+    line.AnalyzeComanndLine(u"Marnoquill.exe  a.xdw -p3 /xabc \"b c.tif\" - /home/user/文書/d.xdw /q"_s);
+    EXPECT_EQ(line.ExeName(), u"Marnoquill.exe"_s);
+    EXPECT_EQ(line.Argument(), u"a.xdw -p3 /xabc \"b c.tif\" - /home/user/文書/d.xdw /q"_s);
+    // A second "/" makes an absolute path, not a switch.
+    EXPECT_EQ(Values(line.Files()), (QStringList{u"a.xdw"_s, u"b c.tif"_s, u"/home/user/文書/d.xdw"_s}));
 
     const SDC sw = line.Switch();
-    EXPECT_EQ(sw->Count(), 3);  // "-" alone stores nothing
-    EXPECT_EQ(sw->DataValue(QStringLiteral("P")), QStringLiteral("-p3"));
-    EXPECT_EQ(sw->DataValue(QStringLiteral("X")), QStringLiteral("/xabc"));
-    EXPECT_EQ(sw->DataValue(QStringLiteral("Q")), QStringLiteral("/q"));
-    EXPECT_EQ(sw->DataKeyOfNumber(2), QStringLiteral("X"));
-
+    EXPECT_EQ(Values(sw), (QStringList{u"-p3"_s, u"/xabc"_s, u"/q"_s}));  // "-" alone stores nothing
+    EXPECT_EQ(sw->DataValue(u"X"_s), u"/xabc"_s);
     const SDC args = line.SwitchArgument();
     EXPECT_EQ(args->Count(), 2);  // "/q" has no argument
-    EXPECT_EQ(args->DataValue(QStringLiteral("P")), QStringLiteral("3"));
-    EXPECT_EQ(args->DataValue(QStringLiteral("X")), QStringLiteral("abc"));
-}
+    EXPECT_EQ(args->DataValue(u"P"_s), u"3"_s);
+    EXPECT_EQ(args->DataValue(u"X"_s), u"abc"_s);
 
-TEST(CommandLineClassTest, OnlySwitchesGiveNoFilesAndALaterSwitchReplacesItsLetter)
-{
-    CommandLineClass line;
-    line.AnalyzeComanndLine(QStringLiteral("Marnoquill.exe -a1 -A2"));
+    // Only switches give no files, and a later switch replaces its letter, in either case.
+    line.AnalyzeComanndLine(u"Marnoquill.exe -a1 -A2"_s);
     EXPECT_EQ(line.Files()->Count(), 0);
-    EXPECT_EQ(line.Switch()->Count(), 1);
-    EXPECT_EQ(line.Switch()->DataValue(QStringLiteral("A")), QStringLiteral("-A2"));
-    EXPECT_EQ(line.SwitchArgument()->DataValue(QStringLiteral("A")), QStringLiteral("2"));
-}
-
-TEST(CommandLineClassTest, AbsoluteLinuxPathsAreFiles)
-{
-    CommandLineClass line;
-    line.AnalyzeComanndLine(QStringLiteral("mq /home/user/文書/a.xdw /tmp/b.tif /v"));
-    EXPECT_EQ(Values(line.Files()), (QStringList{"/home/user/文書/a.xdw", "/tmp/b.tif"}));
-    EXPECT_EQ(line.Switch()->DataValue(QStringLiteral("V")), QStringLiteral("/v"));
+    EXPECT_EQ(Values(line.Switch()), QStringList{u"-A2"_s});
+    EXPECT_EQ(line.SwitchArgument()->DataValue(u"A"_s), u"2"_s);
 }
 
 TEST(CommandLineClassTest, AnEmptyCommandChangesNothingAndASetCommandIsAnalysed)
@@ -59,64 +45,50 @@ TEST(CommandLineClassTest, AnEmptyCommandChangesNothingAndASetCommandIsAnalysed)
     CommandLineClass line;
     line.AnalyzeComanndLine(QString());
     EXPECT_EQ(line.ExeName(), QString());
-    EXPECT_EQ(line.Files()->Count(), 0);
-
-    line.SetCommand(QStringLiteral("mq x.xdw"));
+    line.SetCommand(u"mq x.xdw"_s);
     line.AnalyzeComanndLine();
-    EXPECT_EQ(Values(line.Files()), (QStringList{"x.xdw"}));
-    // A second analysis describes the new line only.
-    line.AnalyzeComanndLine(QStringLiteral("mq y.xdw"));
-    EXPECT_EQ(Values(line.Files()), (QStringList{"y.xdw"}));
-    EXPECT_EQ(line.Command(), QStringLiteral("mq y.xdw"));
-}
-
-TEST(CommandLineClassTest, AQuotedProgramNameLeavesTheWholeArgument)
-{
-    CommandLineClass line;
-    line.AnalyzeComanndLine(QStringLiteral("  \"/opt/My Apps/mq\"   a.xdw -z "));
-    EXPECT_EQ(line.ExeName(), QStringLiteral("/opt/My Apps/mq"));
-    EXPECT_EQ(line.Argument(), QStringLiteral("a.xdw -z"));
-    EXPECT_EQ(Values(line.Files()), (QStringList{"a.xdw"}));
+    EXPECT_EQ(Values(line.Files()), QStringList{u"x.xdw"_s});
+    line.AnalyzeComanndLine(u"mq y.xdw"_s);  // describes the new line only
+    EXPECT_EQ(Values(line.Files()), QStringList{u"y.xdw"_s});
 }
 
 TEST(CommandLineClassTest, QuotesAreDroppedAndUnpairedOnesGiveNoTokens)
 {
     CommandLineClass line;
-    line.AnalyzeComanndLine(QStringLiteral("mq say\"hi\".xdw"));
-    EXPECT_EQ(Values(line.Files()), (QStringList{"sayhi.xdw"}));
-    line.AnalyzeComanndLine(QStringLiteral("mq \"a b.xdw"));
+    line.AnalyzeComanndLine(u"  \"/opt/My Apps/mq\"   a.xdw say\"hi\".xdw -z "_s);
+    EXPECT_EQ(line.ExeName(), u"/opt/My Apps/mq"_s);
+    EXPECT_EQ(line.Argument(), u"a.xdw say\"hi\".xdw -z"_s);
+    EXPECT_EQ(Values(line.Files()), (QStringList{u"a.xdw"_s, u"sayhi.xdw"_s}));
+    line.AnalyzeComanndLine(u"mq \"a b.xdw"_s);
     EXPECT_EQ(line.ExeName(), QString());
-    EXPECT_EQ(line.Argument(), QStringLiteral("mq \"a b.xdw"));
+    EXPECT_EQ(line.Argument(), u"mq \"a b.xdw"_s);
     EXPECT_EQ(line.Files()->Count(), 0);
 }
 
 TEST(CommandLineClassTest, NamesWithJapaneseTextAndBlanksSurviveTheRoundTrip)
 {
-    const QStringList names{QStringLiteral("/home/山田 太郎/議事録 第1回.xdw"),
-                            QStringLiteral("全角\u3000空白.tif"), QStringLiteral("plain.xdw")};
+    const QStringList names{u"/home/山田 太郎/議事録 第1回.xdw"_s, u"全角\u3000空白.tif"_s, u"plain.xdw"_s};
     CommandLineClass first;
-    first.SetExeName(QStringLiteral("/opt/マルノ クイル/mq"));
+    first.SetExeName(u"/opt/マルノ クイル/mq"_s);
     for (const QString& n : names)
         first.Files()->AddData(n);
-    first.Switch()->AddData(QStringLiteral("-t見出し 付き"), QStringLiteral("T"));
+    first.Switch()->AddData(u"-t見出し 付き"_s, u"T"_s);
     const QString text = first.CreateCommandLine();
     EXPECT_EQ(first.Command(), text);
-    EXPECT_EQ(text, QStringLiteral("\"/opt/マルノ クイル/mq\" \"/home/山田 太郎/議事録 第1回.xdw\" "
-                                   "全角\u3000空白.tif plain.xdw \"-t見出し 付き\""));
+    EXPECT_EQ(text, u"\"/opt/マルノ クイル/mq\" \"/home/山田 太郎/議事録 第1回.xdw\" 全角\u3000空白.tif plain.xdw "
+                    "\"-t見出し 付き\""_s);
 
     CommandLineClass second;
     second.AnalyzeComanndLine(text);
     EXPECT_EQ(second.ExeName(), first.ExeName());
     EXPECT_EQ(Values(second.Files()), names);
-    EXPECT_EQ(second.Switch()->DataValue(QStringLiteral("T")), QStringLiteral("-t見出し 付き"));
+    EXPECT_EQ(second.Switch()->DataValue(u"T"_s), u"-t見出し 付き"_s);
     EXPECT_EQ(second.Argument(), first.Argument());
-}
 
-TEST(CommandLineClassTest, CreateCommandLineWithNothingToAdd)
-{
-    CommandLineClass line;
-    line.SetExeName(QStringLiteral("mq"));
-    line.SetArgument(QStringLiteral("stale"));
-    EXPECT_EQ(line.CreateCommandLine(), QStringLiteral("mq "));
-    EXPECT_EQ(line.Argument(), QString());
+    // With nothing to add, the old argument goes and the program name stands alone.
+    CommandLineClass bare;
+    bare.SetExeName(u"mq"_s);
+    bare.SetArgument(u"stale"_s);
+    EXPECT_EQ(bare.CreateCommandLine(), u"mq "_s);
+    EXPECT_EQ(bare.Argument(), QString());
 }
