@@ -28,9 +28,15 @@ struct Fixture {
                                    .arg(i % 10 == 0 ? QStringLiteral("\r\n") : QStringLiteral("、")),
                                QStringLiteral("chkオプション%1").arg(i));
         }
+        // A small section of another owner stands before ours and must pass through.
+        SDC neighbour = std::make_shared<StructuredDataClass>();
+        for (int i = 0; i < 20; ++i)
+            neighbour->AddData(QStringLiteral("値%1").arg(i), QStringLiteral("key%1").arg(i));
+        DataSaveLoadClass other;
+        other.SetData(neighbour);
+        other.Save(path, QStringLiteral("TreeView"));
         DataSaveLoadClass io;
         io.SetData(tree);
-        io.Save(path, QStringLiteral("Neighbour"));
         io.Save(path, QStringLiteral("DetailSet"));
     }
 };

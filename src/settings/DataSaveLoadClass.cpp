@@ -113,6 +113,9 @@ QString DataSaveLoadClass::Escape(QStringView vText)
 // TAB: that is the format, and the Windows build agrees.
 QString DataSaveLoadClass::Unescape(QStringView vText)
 {
+    // Most keys and values hold no "[" at all; a search for one character is the quick test.
+    if (vText.indexOf(QLatin1Char('[')) < 0)
+        return vText.toString();
     qsizetype at = vText.indexOf(QLatin1String("[!"));
     if (at < 0)
         return vText.toString();
