@@ -14,8 +14,11 @@ configure: deps
 build: configure
 	cmake --build $(BUILD) -j $(JOBS)
 
+# Without ARGS, the sample documents are written and opened.
 run: build
-	./$(BUILD)/marnoquill $(ARGS)
+	@if [ -n "$(ARGS)" ]; then ./$(BUILD)/marnoquill $(ARGS); \
+	else ./$(BUILD)/marnoquill_samples $(BUILD)/samples >/dev/null && \
+	     ./$(BUILD)/marnoquill $(BUILD)/samples/*.tif; fi
 
 test: build
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)

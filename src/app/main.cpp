@@ -1,4 +1,6 @@
-// The program's entry: bring up the application. The main window arrives with the viewer.
+// The program's entry: the application object does the whole start-up in its constructor.
+#include "viewer/MarnoquillClass.h"
+
 #include <QApplication>
 
 int main(int argc, char** argv)
@@ -6,5 +8,9 @@ int main(int argc, char** argv)
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Marnoquill"));
     QApplication::setOrganizationName(QStringLiteral("Ombrelark"));
-    return 0;
+    QApplication::setApplicationVersion(QStringLiteral(MARNOQUILL_VERSION));
+    MarnoquillClass marnoquill(QApplication::arguments());
+    if (!marnoquill.MainForm())
+        return 1;
+    return QApplication::exec();
 }

@@ -50,8 +50,16 @@ void CommandLineClass::AnalyzeComanndLine(const QString& vCommandLine)
     for (qint16 i = 1; i <= split.ItemCount(); ++i)
         if (!split.Item(i).isEmpty())
             tokens << split.Item(i);
-    for (qsizetype i = 1; i < tokens.size(); ++i) {
-        const QString& token = tokens[i];
+    Classify(tokens);
+    exeName_ = tokens.value(0);
+    // Unpaired quotes leave no token at all; then everything is the argument.
+    argument_ = TrimBlanks(tokens.isEmpty() ? command_ : command_.mid(FirstTokenEnd()));
+}
+
+void CommandLineClass::Classify(const QStringList& vTokens)
+{
+    for (qsizetype i = 1; i < vTokens.size(); ++i) {
+        const QString& token = vTokens[i];
         if (!IsSwitch(token)) {
             files_->AddData(token);
             continue;
@@ -62,9 +70,22 @@ void CommandLineClass::AnalyzeComanndLine(const QString& vCommandLine)
         if (token.size() >= 3)
             switchArgument_->AddData(token.mid(2), key);
     }
-    exeName_ = tokens.value(0);
-    // Unpaired quotes leave no token at all; then everything is the argument.
-    argument_ = TrimBlanks(tokens.isEmpty() ? command_ : command_.mid(FirstTokenEnd()));
+}
+
+// The shell has already cut the line into words, quotes and all: they are classified as they
+// stand, so that a file name holding a double quote still opens.
+void CommandLineClass::AnalyzeArguments(const QStringList& vArguments)
+{
+    files_->Clear();
+    switch_->Clear();
+    switchArgument_->Clear();
+    Classify(vArguments);
+    exeName_ = vArguments.value(0);
+    QStringList rest = vArguments.mid(1);
+    for (QString& word : rest)
+        word = Quoted(word);
+    argument_ = rest.join(Blank);
+    command_ = Quoted(exeName_) + Blank + argument_;
 }
 
 // Where the first token ends in Command, its quotes included; the token itself has lost them,

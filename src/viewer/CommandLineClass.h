@@ -6,6 +6,7 @@
 #include "settings/StructuredDataClass.h"
 
 #include <QString>
+#include <QStringList>
 
 class CommandLineClass {
 public:
@@ -27,9 +28,13 @@ public:
 
     // An empty vCommandLine analyses the Command already set.
     void AnalyzeComanndLine(const QString& vCommandLine = {});
+    // The same analysis of a command line that arrives already cut into words (argv), the
+    // program first.
+    void AnalyzeArguments(const QStringList& vArguments);
     QString CreateCommandLine();
 
 private:
+    void Classify(const QStringList& vTokens);
     static bool IsSwitch(const QString& vToken);
     qsizetype FirstTokenEnd() const;
 

@@ -1,0 +1,92 @@
+#include "document/DocuWorksClass.h"
+
+#include "document/DocuWorksFileClass.h"
+#include "document/DocumentEngine.h"
+#include "document/XdwApi.h"
+#include "support/AppError.h"
+#include "support/CommonLibClass.h"
+#include "support/DirClass.h"
+
+#include <array>
+#include <vector>
+
+using namespace Qt::Literals::StringLiterals;
+
+DocuWorksClass::DocuWorksClass()
+    : engine_(XdwApiObject()), dwFileData_(std::make_shared<StructuredDataClass>())
+{
+}
+
+DocuWorksClass::~DocuWorksClass()
+{
+    // One by one from the first, so that documents close in the order they were opened. The
+    // references are taken out first: the list is the caller's to walk and must not be able to
+    // make this destructor fail.
+    std::vector<AnyRef> opened;
+    for (qint16 i = 1; i <= dwFileData_->Count(); ++i)
+        opened.push_back(dwFileData_->DataReferenceOfNumber(i));
+    dwFileData_->Clear();
+    for (AnyRef& file : opened)
+        file = nullptr;
+}
+
+std::shared_ptr<DocuWorksFileClass> DocuWorksClass::RefDwFile() const
+{
+    return dwFileData_->CurrentDataReference().As<DocuWorksFileClass>();
+}
+
+std::shared_ptr<DocuWorksFileClass> DocuWorksClass::OpenXdw(const QString& vPath, qint16 vOption)
+{
+    if (!DirClass::ExistsFile(vPath))
+        throw AppError(AppError::Document, u"OpenXdw : "_s + vPath + u"が見つかりません。"_s);
+    auto file = std::make_shared<DocuWorksFileClass>(engine_);
+    dwFileData_->AddReference(file);
+    file->OpenXdw(vPath, vOption);
+    file->SetDocuWorksVersion(GetInformation(u"VERSION"_s));
+    return file;
+}
+
+qint16 DocuWorksClass::InformationKeyNumber(const QString& vKey)
+{
+    static const std::array<QString, 13> keys = {
+        u"VERSION"_s, u"INSTALLPATH"_s, u"BINPATH"_s, u"PLUGINPATH"_s, u"FOLDERROOTPATH"_s,
+        u"USERFOLDERPATH"_s, u"SYSTEMFOLDERPATH"_s, u"RECEIVEFOLDERPATH"_s, u"SENDFOLDERPATH"_s,
+        u"DWINPUTPATH"_s, u"DWDESKPATH"_s, u"DWVIEWERPATH"_s, u"DWVLTPATH"_s,
+    };
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        if (keys[i] == vKey)
+            return static_cast<qint16>(i + 1);
+    }
+    return 1;
+}
+
+QString DocuWorksClass::GetInformation(const QString& vKey) const
+{
+    const QString answer = engine_->GetInformation(InformationKeyNumber(vKey));
+    if (engine_->LastResult() < 0)
+        throw AppError(AppError::Document, u"GetInformation : "_s + engine_->LastErrorText());
+    return answer;
+}
+
+QString DocuWorksClass::GetPartOfMajorVersion(const QString& vVersionString)
+{
+    const qsizetype dot = vVersionString.indexOf(u'.');
+    return dot < 0 ? vVersionString : vVersionString.left(dot);
+}
+
+void DocuWorksClass::GlobalFree(qint32 vHandle) const
+{
+    engine_->GlobalFree(vHandle);
+}
+
+void DocuWorksClass::Finalize() const
+{
+    engine_->Finalize();
+    if (engine_->LastResult() != XdwResult::Success)
+        throw AppError(AppError::Document, u"Finalize : "_s + engine_->LastErrorText());
+}
+
+qsizetype DocuWorksClass::CLibLenB(const QString& pInString)
+{
+    return CommonLibClass::CLibLenB(pInString);
+}

@@ -1,0 +1,101 @@
+#include "viewer/PagePane.h"
+
+#include "viewer/PagePaneImage.h"
+#include "viewer/TiffPages.h"
+
+#include <QScrollBar>
+
+PagePane::PagePane(QWidget* vParent) : QAbstractScrollArea(vParent)
+{
+    // The client area is the viewport itself, so client coordinates need no frame offset.
+    setFrameShape(QFrame::NoFrame);
+    // Keys belong to the main window's accelerators; a focused pane would scroll on them too.
+    setFocusPolicy(Qt::NoFocus);
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    horizontalScrollBar()->setSingleStep(20);
+    verticalScrollBar()->setSingleStep(20);
+    UpdateLayout();
+}
+
+PagePane::~PagePane() = default;
+
+void PagePane::SetPaintSizeMode(int vMode)
+{
+    if (vMode != SizeNone && vMode != SizeFitWidth && vMode != SizeFitPage && vMode != SizeZoom)
+        return;
+    if (vMode == sizeMode_)
+        return;
+    sizeMode_ = vMode;
+    UpdateLayout();
+    viewport()->update();
+}
+
+void PagePane::SetPaintZoomFactor(int vPercent)
+{
+    if (vPercent < 1 || vPercent == zoomFactor_)
+        return;
+    zoomFactor_ = vPercent;
+    if (sizeMode_ == SizeZoom) {
+        UpdateLayout();
+        viewport()->update();
+    }
+}
+
+void PagePane::SetPaintScaling(int vScaling)
+{
+    if (vScaling == scaling_)
+        return;
+    scaling_ = vScaling;
+    viewport()->update();
+}
+
+void PagePane::SetPaintGamma(int vGamma)
+{
+    if (vGamma == gamma_)
+        return;
+    gamma_ = vGamma;
+    viewport()->update();
+}
+
+void PagePane::ClearBitmap() { SetBitmap(QImage()); }
+
+void PagePane::SetBitmap(const QImage& vPicture)
+{
+    picture_ = vPicture;
+    // A new page starts at its top left, as a turned page does.
+    horizontalScrollBar()->setValue(0);
+    verticalScrollBar()->setValue(0);
+    PictureChanged();
+}
+
+void PagePane::LoadTiffPage(const QString& vPath, int vPage)
+{
+    int total = 0;
+    const QImage page = TiffPages::ReadPage(vPath, vPage, &total);
+    totalPages_ = total;
+    SetBitmap(page);
+}
+
+void PagePane::ExamineFile(const QString& vPath) { totalPages_ = TiffPages::CountPages(vPath); }
+
+void PagePane::ConvertTo16Bit()
+{
+    if (!HasBitmap() || picture_.format() == QImage::Format_RGB555)
+        return;
+    picture_ = pagepane::To16Bit(picture_);
+    PictureChanged();
+}
+
+void PagePane::PictureChanged()
+{
+    copy_ = ScaledCopy();
+    UpdateLayout();
+    viewport()->update();
+}
+
+void PagePane::SetHandCursor(bool vClosed)
+{
+    viewport()->setCursor(vClosed ? Qt::ClosedHandCursor : Qt::OpenHandCursor);
+}
+
+void PagePane::ResetCursor() { viewport()->unsetCursor(); }

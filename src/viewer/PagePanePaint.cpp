@@ -1,0 +1,99 @@
+// Painting: the one scaled copy of the page and the grey around it.
+#include "viewer/PagePane.h"
+
+#include "viewer/PagePaneImage.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+namespace {
+
+const QColor Background(128, 128, 128);
+
+// What QPainter blits fastest, on white where the picture is transparent: a page has no
+// background of its own, and the grey around it must not show through.
+QImage Opaque(const QImage& vImage)
+{
+    if (!vImage.hasAlphaChannel())
+        return vImage.convertToFormat(QImage::Format_RGB32);
+    QImage out(vImage.size(), QImage::Format_RGB32);
+    out.fill(Qt::white);
+    QPainter painter(&out);
+    painter.drawImage(0, 0, vImage);
+    return out;
+}
+
+} // namespace
+
+void PagePane::paintEvent(QPaintEvent* vEvent)
+{
+    QPainter painter(viewport());
+    const QRect area = vEvent->rect();
+    if (!HasBitmap()) {
+        painter.fillRect(area, Background);
+    } else {
+        const ScaledCopy& copy = CurrentCopy();
+        const QRect page(copy.at, copy.image.size());
+        for (const QRect& r : QRegion(area).subtracted(QRegion(page)))
+            painter.fillRect(r, Background);
+        painter.drawImage(copy.at, copy.image);
+    }
+    painter.end();
+    Q_EMIT Painted();
+}
+
+const PagePane::ScaledCopy& PagePane::CurrentCopy()
+{
+    const bool reduced = scale_ < 1.0;
+    const bool same = copy_.valid && copy_.scale == scale_ && copy_.paintedSize == paintedSize_
+                      && copy_.scaling == scaling_ && copy_.gamma == gamma_ && copy_.reduced == reduced;
+    if (reduced) {
+        if (!same)
+            BuildReducedCopy();
+        copy_.at = Origin();
+    } else if (!same || copy_.origin != Origin() || copy_.clientSize != clientSize_) {
+        BuildMagnifiedCopy();
+    }
+    return copy_;
+}
+
+void PagePane::BuildReducedCopy()
+{
+    const Qt::TransformationMode mode = scaling_ == ScalingFast ? Qt::FastTransformation : Qt::SmoothTransformation;
+    copy_.image = Opaque(picture_.scaled(paintedSize_, Qt::IgnoreAspectRatio, mode));
+    pagepane::ApplyGamma(copy_.image, gamma_);
+    Remember(true);
+}
+
+void PagePane::BuildMagnifiedCopy()
+{
+    const QPoint origin = Origin();
+    const QRect visible = QRect(origin, paintedSize_).intersected(QRect(QPoint(0, 0), clientSize_));
+    QImage image(visible.size(), QImage::Format_RGB32);
+    if (!image.isNull()) {
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.setRenderHint(QPainter::SmoothPixmapTransform, scaling_ != ScalingFast);
+        painter.translate(origin - visible.topLeft());
+        painter.scale(scale_, scale_);
+        painter.drawImage(0, 0, picture_);
+        painter.end();
+        pagepane::ApplyGamma(image, gamma_);
+    }
+    copy_.image = image;
+    copy_.at = visible.topLeft();
+    copy_.origin = origin;
+    copy_.clientSize = clientSize_;
+    Remember(false);
+}
+
+void PagePane::Remember(bool vReduced)
+{
+    copy_.scale = scale_;
+    copy_.paintedSize = paintedSize_;
+    copy_.scaling = scaling_;
+    copy_.gamma = gamma_;
+    copy_.reduced = vReduced;
+    copy_.valid = true;
+    ++scaledBuilds_;
+}

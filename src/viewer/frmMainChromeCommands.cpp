@@ -1,0 +1,184 @@
+// What the bar buttons do, the popup menu a user builds in the options, the status bar, and the
+// help, version and settings-folder commands.
+
+#include "support/AppError.h"
+#include "viewer/ChromeMenus.h"
+#include "viewer/NumericText.h"
+#include "viewer/TabStrip.h"
+#include "viewer/frmAbout.h"
+#include "viewer/frmMain.h"
+
+#include <QCoreApplication>
+#include <QLineEdit>
+#include <QMenu>
+#include <QStatusBar>
+
+namespace {
+
+using Operation = void (frmMain::*)();
+
+// The buttons that call an operation without arguments, by the key's first item. Keys absent
+// here and not handled beside (sizes, layout, direction) do nothing.
+const QHash<QString, Operation>& PlainOperations()
+{
+    static const QHash<QString, Operation> operations = {
+        {QStringLiteral("FILE_OPEN"), &frmMain::OpenDialog},
+        {QStringLiteral("FILE_PATH_COPY"), &frmMain::SelectedTabFilePathCopy},
+        {QStringLiteral("OPEN_INI_FOLDER"), &frmMain::OpenIniFolder},
+        {QStringLiteral("FILE_EXIT"), &frmMain::EndApp},
+        {QStringLiteral("DISP_UPDATE"), &frmMain::SelectedTabUpdate},
+        {QStringLiteral("NEXT_PAGE"), &frmMain::NextPage},
+        {QStringLiteral("PREV_PAGE"), &frmMain::PreviousPage},
+        {QStringLiteral("PAGE_JUMP"), &frmMain::PageJump},
+        {QStringLiteral("TABL_CLOSE"), &frmMain::TabClose},
+        {QStringLiteral("ALL_TAB_CLOSE"), &frmMain::AllTabClose},
+        {QStringLiteral("ALL_TAB_NEXT"), &frmMain::NextTab},
+        {QStringLiteral("ALL_TAB_PREVIOUS"), &frmMain::PreviousTab},
+        {QStringLiteral("TOOL_OPTION"), &frmMain::OptionWindowOpen},
+        {QStringLiteral("HELP_INDEX"), &frmMain::DispHelp},
+        {QStringLiteral("HELP_VERSION"), &frmMain::DispVersion},
+        // FOLDER_OPEN, ADD_H_RULER, ADD_V_RULER and DELL_RULER call the folder reading and the
+        // rulers; their buttons stay greyed until those arrive.
+    };
+    return operations;
+}
+
+// The arrows keep the move amount from 1 to 9999; what a user typed beyond either end is only
+// stepped back towards it. A number beyond 16 bits can't be stepped at all and stays.
+constexpr double kSkipPageMin = 1;
+constexpr double kSkipPageMax = 9999;
+constexpr double kSmallest = -32768;
+constexpr double kLargest = 32767;
+
+} // namespace
+
+void frmMain::OnButtonPress(const QString& vKey)
+{
+    if (DialogOpen())
+        return;
+
+    const QString operation = ButtonOperation(vKey);
+    if (const Operation call = PlainOperations().value(operation))
+        (this->*call)();
+    else if (operation == QLatin1String("DISP_DIRECTION"))
+        SetDispDirection(Button(vKey)->isChecked() ? QStringLiteral("RL") : QStringLiteral("LR"));
+    else if (operation == QLatin1String("DISPSIZE"))
+        SetPaintSizeMode(ButtonArgument(vKey));
+    else if (operation == QLatin1String("DOUBLE_DISP"))
+        SetDoubleDisp(ButtonArgument(vKey));
+
+    // A popup entry names an action, which runs through the action dispatcher. The dispatcher
+    // comes with the commands; until then a popup entry does nothing when chosen.
+    if (const std::optional<QString> action = PopupActionOfKey(vKey)) {
+        // Call point: AppActionClass::ExecAction(*action).
+    }
+}
+
+void frmMain::UpdatePopupMenu()
+{
+    if (!popupMenu_) {
+        popupMenu_ = new QMenu(this);
+        popupMenu_->setObjectName(QStringLiteral("POPUP_MENU"));
+    } else {
+        for (const QString& key : std::as_const(popupKeys_))
+            buttons_.remove(key);
+        popupKeys_.clear();
+        popupMenu_->clear();  // deletes the menu's own actions
+    }
+    if (!Context().DetailSet)
+        return;
+
+    for (const PopupItem& item : PopupItems(*Context().DetailSet)) {
+        auto* action = new QAction(item.Caption, popupMenu_);
+        action->setObjectName(item.Key);
+        action->setSeparator(item.Separator);
+        if (!item.Separator) {
+            const QString key = item.Key;
+            connect(action, &QAction::triggered, this, [this, key] { OnButtonPress(key); });
+        }
+        buttons_.insert(item.Key, action);
+        popupKeys_.append(item.Key);
+        popupMenu_->addAction(action);
+    }
+}
+
+void frmMain::UpdateStatusBar()
+{
+    const int count = tabMain() ? tabMain()->Count() : 0;
+    if (count == 0) {
+        CommonLibClass::PanelTextOut(statusBar(), 2, QString());
+        CommonLibClass::PanelTextOut(statusBar(), 3, QStringLiteral("0Files"));
+        return;
+    }
+    const std::shared_ptr<AppFileClass> file = SelectedFile();
+    if (!file)
+        return;  // a tab whose file never opened: the panels keep what they show
+    CommonLibClass::PanelTextOut(statusBar(), 2,
+                                 QString::number(file->NowPage()) + QLatin1Char('/') +
+                                     QString::number(file->TotalPage()));
+    CommonLibClass::PanelTextOut(statusBar(), 3, QString::number(count) + QStringLiteral("Files"));
+}
+
+void frmMain::ShowTabMenu(int vX, int vY)
+{
+    if (tabMenu_ && tabMain())
+        tabMenu_->popup(tabMain()->mapToGlobal(QPoint(vX, vY)));
+}
+
+void frmMain::ShowPopupMenu(int vX, int vY)
+{
+    // An empty menu would show as a bare frame; with no entries a right click does nothing.
+    if (popupMenu_ && !popupMenu_->isEmpty())
+        popupMenu_->popup(QPoint(vX, vY));
+}
+
+void frmMain::SkipPageUp()
+{
+    const std::optional<double> step = WholeNumberOfText(txtSkipPage_->text());
+    if (!step)
+        txtSkipPage_->setText(QStringLiteral("1"));
+    else if (*step < kSkipPageMax && *step >= kSmallest)
+        txtSkipPage_->setText(QString::number(static_cast<int>(*step) + 1));
+}
+
+void frmMain::SkipPageDown()
+{
+    const std::optional<double> step = WholeNumberOfText(txtSkipPage_->text());
+    if (!step)
+        txtSkipPage_->setText(QStringLiteral("1"));
+    else if (*step > kSkipPageMin && *step <= kLargest)
+        txtSkipPage_->setText(QString::number(static_cast<int>(*step) - 1));
+}
+
+void frmMain::DispHelp()
+{
+    CommonLibClass::QuickOpen(QCoreApplication::applicationDirPath() + QStringLiteral("/Marnoquill.html"));
+}
+
+void frmMain::DispVersion()
+{
+    ReleaseMouseEvents();
+    SetDialogOpen(true);
+    {
+        frmAbout about(this);
+        about.exec();
+    }
+    CreateMouseEvents();
+    SetDialogOpen(false);
+}
+
+void frmMain::OpenIniFolder()
+{
+    try {
+        CommonLibClass::ExploreOpen(CommonLibClass::GetPathFromFullPath(Context().SettingsPath));
+    } catch (const AppError&) {
+        // Nothing to tell: the folder simply doesn't open.
+    }
+}
+
+void frmMain::OptionWindowOpen()
+{
+    // The options dialog comes later, and its menu item is greyed until then. When it comes, this
+    // opens it modally and afterwards rebuilds the popup menu, the mouse and key bindings and
+    // the rulers, and redraws the selected tab.
+}
