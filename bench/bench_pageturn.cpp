@@ -4,6 +4,7 @@
 // usual window size, fit page and smooth, which is when the one scaled copy is made.
 
 #include "viewer/PagePane.h"
+#include "viewer/TiffPages.h"
 
 #include <QApplication>
 #include <QFile>
@@ -92,6 +93,18 @@ void LoadAndConvert(benchmark::State& state)
     for (auto _ : state) {
         pane.LoadTiffPage(Shared().path, 1);
         pane.ConvertTo16Bit();
+        benchmark::DoNotOptimize(pane.BitmapSize());
+    }
+}
+
+// The same with the 16-bit copy of the fax page made, as when someone asks for the picture: what
+// converting eagerly would cost on every page turn.
+void LoadConvertAndCopy(benchmark::State& state)
+{
+    PagePane pane;
+    for (auto _ : state) {
+        pane.LoadTiffPage(Shared().path, 1);
+        pane.ConvertTo16Bit();
         benchmark::DoNotOptimize(pane.Bitmap().constBits());
     }
 }
@@ -115,12 +128,12 @@ void FirstPaint(benchmark::State& state)
     QCoreApplication::processEvents();
     pane.SetPaintSizeMode(PagePane::SizeFitPage);
     pane.SetPaintScaling(state.range(0) ? PagePane::ScalingSmooth : PagePane::ScalingFast);
-    pane.LoadTiffPage(Shared().path, 1);
-    pane.ConvertTo16Bit();
-    const QImage page = pane.Bitmap();
+    const QImage page = TiffPages::ReadPage(Shared().path, 1);
     QImage target(pane.viewport()->size(), QImage::Format_ARGB32_Premultiplied);
     for (auto _ : state) {
-        pane.SetBitmap(page);  // shares the picture; only forgets the scaled copy
+        // The page as a page turn leaves it, without decoding it again.
+        pane.SetBitmap(page);
+        pane.ConvertTo16Bit();
         pane.viewport()->render(&target);
         benchmark::DoNotOptimize(target.constBits());
     }
@@ -150,6 +163,7 @@ void Repaint(benchmark::State& state)
 
 BENCHMARK(DecodeFloor)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadAndConvert)->Unit(benchmark::kMillisecond);
+BENCHMARK(LoadConvertAndCopy)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadOnly)->Unit(benchmark::kMillisecond);
 BENCHMARK(FirstPaint)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);
 BENCHMARK(Repaint)->Unit(benchmark::kMillisecond);

@@ -49,3 +49,14 @@ qint16 Int16OfText(const QString& vText)
         throw AppError(AppError::Overflow);
     return static_cast<qint16>(*value);
 }
+
+QString StepNumberText(const QString& vText, int vDelta, double vLowest, double vHighest)
+{
+    const std::optional<double> number = WholeNumberOfText(vText);
+    if (!number)
+        return QStringLiteral("1");
+    if (*number < -32768 || *number > 32767)
+        return vText;
+    const bool room = vDelta > 0 ? *number < vHighest : *number > vLowest;
+    return room ? QString::number(static_cast<qint64>(*number) + vDelta) : vText;
+}

@@ -62,6 +62,8 @@ void PagePane::ClearBitmap() { SetBitmap(QImage()); }
 void PagePane::SetBitmap(const QImage& vPicture)
 {
     picture_ = vPicture;
+    sixteenBit_ = false;
+    wide_ = QImage();
     // A new page starts at its top left, as a turned page does.
     horizontalScrollBar()->setValue(0);
     verticalScrollBar()->setValue(0);
@@ -78,11 +80,30 @@ void PagePane::LoadTiffPage(const QString& vPath, int vPage)
 
 void PagePane::ExamineFile(const QString& vPath) { totalPages_ = TiffPages::CountPages(vPath); }
 
+const QImage& PagePane::Bitmap() const
+{
+    if (!sixteenBit_ || picture_.depth() != 1)
+        return picture_;
+    if (wide_.isNull())
+        wide_ = pagepane::To16Bit(picture_);
+    return wide_;
+}
+
 void PagePane::ConvertTo16Bit()
 {
-    if (!HasBitmap() || picture_.format() == QImage::Format_RGB555)
+    if (!HasBitmap() || sixteenBit_)
         return;
-    picture_ = pagepane::To16Bit(picture_);
+    sixteenBit_ = true;
+    if (picture_.depth() == 1) {
+        QList<QRgb> colours = picture_.colorTable();
+        if (colours.size() < 2)
+            colours = {qRgb(0, 0, 0), qRgb(255, 255, 255)};
+        for (QRgb& colour : colours)
+            colour = pagepane::Through555(colour);
+        picture_.setColorTable(colours);
+    } else {
+        picture_ = pagepane::To16Bit(picture_);
+    }
     PictureChanged();
 }
 

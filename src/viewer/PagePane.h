@@ -40,7 +40,8 @@ public:
     void ClearBitmap();
     void SetBitmap(const QImage& vPicture);
     QSize BitmapSize() const { return picture_.size(); }
-    const QImage& Bitmap() const { return picture_; }
+    // The picture as held: after ConvertTo16Bit, in Format_RGB555.
+    const QImage& Bitmap() const;
 
     // Page vPage (from 1; 0 is the file's first) of a TIFF file, in the file's own depth. Also
     // sets InfoTotalPages. Raises AppError when the file or page can't be read; the pane then
@@ -50,7 +51,11 @@ public:
     void ExamineFile(const QString& vPath);
     int InfoTotalPages() const { return totalPages_; }
 
-    // The picture becomes 16 bits per pixel, 5-5-5 as a Windows 16-bit bitmap.
+    // The picture becomes 16 bits per pixel, 5-5-5 as a Windows 16-bit bitmap. A 1-bit page
+    // (a fax page) has nothing in 16 bits that its two colours don't say: the pane keeps its
+    // rows, with the colours as 5-5-5 renders them, paints from them, and makes the 16-bit copy
+    // only when Bitmap is asked for. A page turn then costs the decode and no more, and the pane
+    // holds 2 MB instead of 31 MB for a 400 dpi A4 page; what is painted is the same.
     void ConvertTo16Bit();
 
     // Scroll position in bitmap pixels: the bitmap point at the client's left and top edge.
@@ -107,7 +112,9 @@ private:
     void BuildMagnifiedCopy();
     void Remember(bool vReduced);
 
-    QImage picture_;
+    QImage picture_;         // what is painted from
+    bool sixteenBit_ = false;
+    mutable QImage wide_;    // the 16-bit copy of a 1-bit picture, made when asked for
     int sizeMode_ = SizeNone;
     int zoomFactor_ = 100;
     int scaling_ = ScalingFast;

@@ -59,8 +59,9 @@ const PagePane::ScaledCopy& PagePane::CurrentCopy()
 
 void PagePane::BuildReducedCopy()
 {
-    const Qt::TransformationMode mode = scaling_ == ScalingFast ? Qt::FastTransformation : Qt::SmoothTransformation;
-    copy_.image = Opaque(picture_.scaled(paintedSize_, Qt::IgnoreAspectRatio, mode));
+    copy_.image = Opaque(scaling_ == ScalingFast
+                             ? picture_.scaled(paintedSize_, Qt::IgnoreAspectRatio, Qt::FastTransformation)
+                             : pagepane::SmoothReduced(picture_, paintedSize_));
     pagepane::ApplyGamma(copy_.image, gamma_);
     Remember(true);
 }

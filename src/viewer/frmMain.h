@@ -149,6 +149,9 @@ private:
     void RestoreScaling();
     void OnWindowResize();
 
+    // ---- moving through pages (frmMainNavigation.cpp)
+    void MovePage(int vDirection);
+
     // ---- bars, menus, status bar (frmMainChrome.cpp, frmMainChromeCommands.cpp)
     void CreateCommandBar();
     void OnButtonPress(const QString& vKey);

@@ -47,8 +47,6 @@ const QHash<QString, Operation>& PlainOperations()
 // stepped back towards it. A number beyond 16 bits can't be stepped at all and stays.
 constexpr double kSkipPageMin = 1;
 constexpr double kSkipPageMax = 9999;
-constexpr double kSmallest = -32768;
-constexpr double kLargest = 32767;
 
 } // namespace
 
@@ -134,20 +132,12 @@ void frmMain::ShowPopupMenu(int vX, int vY)
 
 void frmMain::SkipPageUp()
 {
-    const std::optional<double> step = WholeNumberOfText(txtSkipPage_->text());
-    if (!step)
-        txtSkipPage_->setText(QStringLiteral("1"));
-    else if (*step < kSkipPageMax && *step >= kSmallest)
-        txtSkipPage_->setText(QString::number(static_cast<int>(*step) + 1));
+    txtSkipPage_->setText(StepNumberText(txtSkipPage_->text(), 1, kSkipPageMin, kSkipPageMax));
 }
 
 void frmMain::SkipPageDown()
 {
-    const std::optional<double> step = WholeNumberOfText(txtSkipPage_->text());
-    if (!step)
-        txtSkipPage_->setText(QStringLiteral("1"));
-    else if (*step > kSkipPageMin && *step <= kLargest)
-        txtSkipPage_->setText(QString::number(static_cast<int>(*step) - 1));
+    txtSkipPage_->setText(StepNumberText(txtSkipPage_->text(), -1, kSkipPageMin, kSkipPageMax));
 }
 
 void frmMain::DispHelp()

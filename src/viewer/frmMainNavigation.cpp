@@ -21,17 +21,21 @@ qint16 Sum16(int vA, int vB)
 } // namespace
 
 // The page is drawn even when it doesn't change: at the last page the last page is drawn again.
-// Nothing rounds to a spread boundary; the pair simply starts at the new page.
-void frmMain::NextPage()
+// Nothing rounds to a spread boundary; the pair simply starts at the new page. Forward is bounded
+// by the total only, backward by page 1 only.
+void frmMain::MovePage(int vDirection)
 {
     const auto file = SelectedFile();
     if (!file)
         return;
     try {
         const qint16 step = Int16OfText(txtSkipPage_->text());
-        const qint16 total = Int16OfText(QString::number(file->TotalPage()));
-        const qint16 target = Sum16(file->NowPage(), step);
-        const qint16 page = target <= total ? target : total;
+        const qint16 target = Sum16(file->NowPage(), vDirection * step);
+        qint16 page = target;
+        if (vDirection > 0)
+            page = std::min(target, Int16OfText(QString::number(file->TotalPage())));
+        else
+            page = std::max<qint16>(target, 1);
         OpenFile(GetTabNo(tabMain_->SelectedKey()).toInt(), file->FileName(), page);
         file->SetNowPage(page);
         UpdateStatusBar();
@@ -40,22 +44,9 @@ void frmMain::NextPage()
     }
 }
 
-void frmMain::PreviousPage()
-{
-    const auto file = SelectedFile();
-    if (!file)
-        return;
-    try {
-        const qint16 step = Int16OfText(txtSkipPage_->text());
-        const qint16 target = Sum16(file->NowPage(), -step);
-        const qint16 page = target >= 1 ? target : 1;
-        OpenFile(GetTabNo(tabMain_->SelectedKey()).toInt(), file->FileName(), page);
-        file->SetNowPage(page);
-        UpdateStatusBar();
-    } catch (const AppError&) {
-    } catch (const std::exception&) {
-    }
-}
+void frmMain::NextPage() { MovePage(1); }
+
+void frmMain::PreviousPage() { MovePage(-1); }
 
 // The dialog previews pages through OpenFile, which never moves the tab; a cancel therefore
 // puts the tab's own page back with a redraw.

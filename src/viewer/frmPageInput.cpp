@@ -16,8 +16,6 @@
 namespace {
 
 // Pages are 16-bit numbers: a typed number beyond them can't be stepped, and an arrow leaves it.
-constexpr double kSmallest = -32768;
-constexpr double kLargest = 32767;
 
 QPushButton* MakeButton(const QString& vName, const QString& vText, QWidget* vParent)
 {
@@ -157,20 +155,12 @@ void frmPageInput::OnSliderChanged(int vValue)
 
 void frmPageInput::OnUp()
 {
-    const std::optional<double> number = WholeNumberOfText(txtPageJump_->text());
-    if (!number)
-        txtPageJump_->setText(QStringLiteral("1"));
-    else if (*number < totalPage_ && *number >= kSmallest)
-        txtPageJump_->setText(QString::number(static_cast<qint64>(*number) + 1));
+    txtPageJump_->setText(StepNumberText(txtPageJump_->text(), 1, 1, totalPage_));
 }
 
 void frmPageInput::OnDown()
 {
-    const std::optional<double> number = WholeNumberOfText(txtPageJump_->text());
-    if (!number)
-        txtPageJump_->setText(QStringLiteral("1"));
-    else if (*number > 1 && *number <= kLargest)
-        txtPageJump_->setText(QString::number(static_cast<qint64>(*number) - 1));
+    txtPageJump_->setText(StepNumberText(txtPageJump_->text(), -1, 1, totalPage_));
 }
 
 void frmPageInput::showEvent(QShowEvent* vEvent)

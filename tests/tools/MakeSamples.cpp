@@ -1,5 +1,6 @@
 // Writes the sample documents that `make run` opens, so that a newcomer sees the viewer at work:
 // multi-page TIFF files whose pages show their numbers, one with an odd page count.
+#include "SamplePage.h"
 #include "common/TiffWriter.h"
 
 #include <QDir>
@@ -28,7 +29,10 @@ int main(int argc, char** argv)
     };
     for (const Sample& s : samples) {
         const QString path = dir.filePath(QString::fromUtf8(s.name));
-        if (!tiffwriter::WriteNumbered(path, s.pages, s.kind)) {
+        QList<QImage> pages;
+        for (int page = 1; page <= s.pages; ++page)
+            pages.append(DrawSamplePage(page, s.pages));
+        if (!tiffwriter::Write(path, pages, s.kind)) {
             std::fprintf(stderr, "cannot write %s\n", path.toLocal8Bit().constData());
             return 1;
         }

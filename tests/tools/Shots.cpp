@@ -3,6 +3,7 @@
 // about box. Offscreen grabs of the real window, with sample pages that show their numbers.
 //
 //     marnoquill_shots <folder>
+#include "SamplePage.h"
 #include "common/TiffWriter.h"
 #include "viewer/AppContext.h"
 #include "viewer/frmMain.h"
@@ -51,8 +52,14 @@ int main(int argc, char** argv)
     QTemporaryDir work;
     const QString document = work.filePath(QStringLiteral("見本 白黒8ページ.tif"));
     const QString other = work.filePath(QStringLiteral("報告書 5ページ.tif"));
-    if (!tiffwriter::WriteNumbered(document, 8, tiffwriter::Kind::BilevelG4)
-        || !tiffwriter::WriteNumbered(other, 5, tiffwriter::Kind::GreyLzw)) {
+    auto pages = [](int vCount) {
+        QList<QImage> list;
+        for (int page = 1; page <= vCount; ++page)
+            list.append(DrawSamplePage(page, vCount));
+        return list;
+    };
+    if (!tiffwriter::Write(document, pages(8), tiffwriter::Kind::BilevelG4)
+        || !tiffwriter::Write(other, pages(5), tiffwriter::Kind::GreyLzw)) {
         std::fprintf(stderr, "cannot write the sample pages\n");
         return 1;
     }

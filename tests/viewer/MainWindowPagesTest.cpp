@@ -2,6 +2,7 @@
 // seven sizes and the page jump dialog.
 #include "MainWindowFixture.h"
 
+#include "viewer/TiffPages.h"
 #include "viewer/frmPageInput.h"
 
 #include <QPushButton>
@@ -189,4 +190,32 @@ TEST_F(MainWindowTest, PageJumpPreviewsThenCancelPutsTheTabsPageBack)
     w.PageJump();
     EXPECT_EQ(PageIn(4), 6);
     EXPECT_EQ(Panel(2), QStringLiteral("6/9"));
+}
+
+TEST_F(MainWindowTest, ResizingScalesWhatIsHeldAndNeverDecodes)
+{
+    AddWindowGroup(context.DetailSet);
+    frmMain& w = Window();
+    w.InitialOpenFile(Tiff(QStringLiteral("a.tif"), 3), true);
+    const qint64 decodes = TiffPages::DecodeCount();
+    w.resize(700, 500);
+    QApplication::processEvents();
+    // Plain painting while the size changes, smooth again shortly after the last change.
+    EXPECT_EQ(w.LEAD(4)->PaintScaling(), 0);
+    w.SetPaintSizeMode(QStringLiteral("4"));
+    w.resize(1100, 800);
+    QApplication::processEvents();
+    EXPECT_EQ(TiffPages::DecodeCount(), decodes);
+    EXPECT_EQ(PageIn(4), 1);
+    QTRY_COMPARE_WITH_TIMEOUT(w.LEAD(4)->PaintScaling(), 1, 5000);
+
+    // The same in a spread, where both halves follow the background.
+    w.SetDoubleDisp(QStringLiteral("2"));
+    const qint64 spreadDecodes = TiffPages::DecodeCount();
+    w.resize(900, 640);
+    QApplication::processEvents();
+    EXPECT_EQ(TiffPages::DecodeCount(), spreadDecodes);
+    EXPECT_EQ(w.LEAD(2)->PaintScaling(), 0);
+    EXPECT_EQ(w.LEAD(2)->width() + w.LEAD(3)->width(), w.LEAD(1)->width() / 2 * 2);
+    QTRY_COMPARE_WITH_TIMEOUT(w.LEAD(3)->PaintScaling(), 1, 5000);
 }

@@ -4,6 +4,7 @@
 #include "common/TestFiles.h"
 #include "support/AppError.h"
 #include "viewer/PagePane.h"
+#include "viewer/PagePaneImage.h"
 #include "viewer/TiffFixtures.h"
 #include "viewer/TiffPages.h"
 
@@ -270,4 +271,73 @@ TEST_F(PagePaneTest, ResizesAndModeChangesScaleWhatIsHeldWithoutDecodingOrRepeat
     pane_.grab();
     EXPECT_EQ(pane_.ScaledCopyBuilds(), builds + 5);
     EXPECT_EQ(TiffPages::DecodeCount(), before + 1);
+}
+
+TEST(PagePaneReduceTest, SmoothReductionAgreesWithQtForEveryFormat)
+{
+    // A busy picture: strokes of every thickness and colour noise, the worst case for boxes.
+    QImage source(997, 701, QImage::Format_RGB32);
+    for (int y = 0; y < source.height(); ++y)
+        for (int x = 0; x < source.width(); ++x) {
+            const bool stroke = (x / 7 + y / 11) % 3 == 0 || (x % 50) < (y % 5);
+            source.setPixel(x, y, stroke ? qRgb(20, 10, 0) : qRgb(255 - (x * 3 & 63), 250 - (y & 31), 240));
+        }
+    const QImage pictures[] = {source,
+                               source.convertToFormat(QImage::Format_Mono, Qt::ThresholdDither),
+                               source.convertToFormat(QImage::Format_RGB555),
+                               source.convertToFormat(QImage::Format_RGB888),
+                               source.convertToFormat(QImage::Format_Grayscale8),
+                               source.convertToFormat(QImage::Format_Indexed8)};
+    // A usual page reduction, less than half, and a huge one that goes in two steps.
+    for (QSize size : {QSize(301, 212), QSize(700, 492), QSize(15, 10)}) {
+        for (const QImage& picture : pictures) {
+            SCOPED_TRACE(::testing::Message() << size.width() << " " << picture.format());
+            const QImage ours = pagepane::SmoothReduced(picture, size);
+            ASSERT_EQ(ours.size(), size);
+            ASSERT_EQ(ours.format(), QImage::Format_RGB32);
+            const QImage qt = picture.convertToFormat(QImage::Format_RGB32)
+                                  .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+            // Both average areas; rounding and Qt's fixed point differ by a level here and there.
+            // A channel swapped, a shifted edge or a wrong weight shows at once.
+            qint64 difference = 0;
+            for (int y = 0; y < size.height(); ++y)
+                for (int x = 0; x < size.width(); ++x) {
+                    const QRgb a = ours.pixel(x, y);
+                    const QRgb b = qt.pixel(x, y);
+                    difference += std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b))
+                                  + std::abs(qBlue(a) - qBlue(b));
+                }
+            EXPECT_LT(double(difference) / (3.0 * size.width() * size.height()), 2.0);
+        }
+    }
+}
+
+TEST_F(PagePaneTest, AFaxPageIn16BitsPaintsAsItsOwnCopyWould)
+{
+    // The pane keeps a converted 1-bit page in 1 bit; what it paints must be what the 16-bit
+    // picture itself would paint, and its colours those of 5-5-5.
+    QImage fax(1201, 1650, QImage::Format_Mono);
+    fax.setColorTable({qRgb(250, 250, 245), qRgb(3, 3, 60)});
+    for (int y = 0; y < fax.height(); ++y)
+        for (int x = 0; x < fax.width(); ++x)
+            fax.setPixel(x, y, (x / 4 + y / 9) % 5 == 0 ? 1 : 0);
+    pane_.SetPaintScaling(PagePane::ScalingSmooth);
+    for (int mode : {PagePane::SizeFitPage, PagePane::SizeNone}) {
+        SCOPED_TRACE(mode);
+        pane_.SetPaintSizeMode(mode);
+        pane_.SetBitmap(fax);
+        pane_.ConvertTo16Bit();
+        const QImage kept = pane_.grab().toImage();
+        const QImage wide = pane_.Bitmap();
+        EXPECT_EQ(wide, fax.convertToFormat(QImage::Format_RGB555));
+        pane_.SetBitmap(wide);
+        const QImage painted = pane_.grab().toImage();
+        ASSERT_EQ(kept.size(), painted.size());
+        int worst = 0;
+        for (int y = 0; y < kept.height(); ++y)
+            for (int x = 0; x < kept.width(); ++x)
+                worst = std::max({worst, std::abs(qRed(kept.pixel(x, y)) - qRed(painted.pixel(x, y))),
+                                  std::abs(qBlue(kept.pixel(x, y)) - qBlue(painted.pixel(x, y)))});
+        EXPECT_LE(worst, 1);
+    }
 }
