@@ -17,8 +17,6 @@ PagePane::PagePane(QWidget* vParent) : QAbstractScrollArea(vParent)
     UpdateLayout();
 }
 
-PagePane::~PagePane() = default;
-
 void PagePane::SetPaintSizeMode(int vMode)
 {
     if (vMode != SizeNone && vMode != SizeFitWidth && vMode != SizeFitPage && vMode != SizeZoom)

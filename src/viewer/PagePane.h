@@ -20,7 +20,6 @@ public:
     enum : int { ScalingFast = 0, ScalingSmooth = 1 };
 
     explicit PagePane(QWidget* vParent = nullptr);
-    ~PagePane() override;
 
     // 0 none (1:1), 2 fit width, 3 fit page, 4 zoom by PaintZoomFactor. Other values are ignored.
     int PaintSizeMode() const { return sizeMode_; }

@@ -49,6 +49,8 @@ inline uint Weight(const Span& vSpan, int vIndex)
     return vIndex == vSpan.first ? vSpan.lead : vIndex == vSpan.last ? vSpan.tail : 256u;
 }
 
+constexpr int Shades = 1024;
+
 // 1-bit, most significant bit first. The whole pixels of a span are counted 64 bits at a load,
 // so a span may be up to 56 pixels long. Built twice, with and without the processor's
 // popcount instruction, and the loader picks.
@@ -62,41 +64,27 @@ __attribute__((target_clones("popcnt", "default"))) QImage AreaBits(const QImage
     const QRgb zero = table.value(0, qRgb(0, 0, 0));
     const QRgb one = table.value(1, qRgb(255, 255, 255));
     // A row with 8 spare bytes, so that a 64-bit load at the last span, and the tail pixel of
-    // weight 0 just past the end, stay inside it.
+    // weight 0 just past the end, stay inside it. (Everything stays in this one function, so
+    // that all of it is built with popcount where there is one.)
     const qsizetype line = vPicture.bytesPerLine();
     std::vector<uchar> row(static_cast<size_t>(line) + 8, 0);
-    auto bit = [&row](int vX2) { return uint(row[size_t(vX2 >> 3)] >> (7 - (vX2 & 7)) & 1); };
-    // A row on the edge between two painted rows counts for both; it is counted once.
+    const int width = vPicture.width();
+    const size_t bytes = size_t((width + 7) / 8);
+    const uchar lastMask = uchar(0xFF00 >> (((width - 1) & 7) + 1));
+    // The weighted count of each span in the last row counted: a row on the edge between two
+    // painted rows counts for both and is counted once.
     std::vector<uint> counts(vX.size());
     int counted = -1;
-    const int width = vPicture.width();
-    const uchar lastMask = uchar(0xFF00 >> (((width - 1) & 7) + 1));
-    auto count = [&](int vY2) {
-        counted = vY2;
-        std::memcpy(row.data(), vPicture.constScanLine(vY2), size_t(line));
-        // Most rows of a page are paper between the lines: nothing to count.
-        const size_t bytes = size_t((width + 7) / 8);
-        row[bytes - 1] &= lastMask;
-        if (std::all_of(row.begin(), row.begin() + long(bytes), [](uchar v) { return v == 0; })) {
-            std::fill(counts.begin(), counts.end(), 0u);
-            return;
-        }
-        for (size_t ox = 0; ox < vX.size(); ++ox) {
-            // No branches: which spans end on a whole pixel follows no pattern a processor
-            // could predict. The whole pixels are shifted out in two steps, so that none of them
-            // (a span inside one pixel) is a shift by 63 and 1, not by 64.
-            const Span& sx = vX[ox];
-            const int from = sx.first + 1;
-            const int whole = std::max(0, sx.last - from);
-            quint64 word;
-            std::memcpy(&word, row.data() + (from >> 3), sizeof word);
-            if constexpr (std::endian::native == std::endian::little)
-                word = __builtin_bswap64(word);
-            const uint n = sx.lead * bit(sx.first) + sx.tail * bit(sx.last)
-                           + 256u * uint(std::popcount((word << (from & 7)) >> (63 - whole) >> 1));
-            counts[ox] = n;
-        }
-    };
+    // The colours between the two in 1024 steps, and what turns a weighted count into a step.
+    std::vector<QRgb> shades(Shades + 1);
+    for (int i = 0; i <= Shades; ++i) {
+        auto channel = [i](int vZero, int vOne) { return (vZero * (Shades - i) + vOne * i + Shades / 2) / Shades; };
+        shades[size_t(i)] = qRgb(channel(qRed(zero), qRed(one)), channel(qGreen(zero), qGreen(one)),
+                                 channel(qBlue(zero), qBlue(one)));
+    }
+    std::vector<float> columnScale(vX.size());
+    for (size_t ox = 0; ox < vX.size(); ++ox)
+        columnScale[ox] = 1.0f / float(vX[ox].total);
     std::vector<quint64> ones(vX.size());
     for (size_t oy = 0; oy < vY.size(); ++oy) {
         const Span& sy = vY[oy];
@@ -105,19 +93,40 @@ __attribute__((target_clones("popcnt", "default"))) QImage AreaBits(const QImage
             const uint wy = Weight(sy, y);
             if (!wy)
                 continue;
-            if (y != counted)
-                count(y);
+            if (y != counted) {
+                counted = y;
+                std::memcpy(row.data(), vPicture.constScanLine(y), size_t(line));
+                row[bytes - 1] &= lastMask;
+                // Most rows of a page are paper between the lines: nothing to count.
+                if (std::all_of(row.begin(), row.begin() + long(bytes), [](uchar v) { return v == 0; })) {
+                    std::fill(counts.begin(), counts.end(), 0u);
+                    continue;
+                }
+                const uchar* r = row.data();
+                for (size_t ox = 0; ox < vX.size(); ++ox) {
+                    // No branches: which spans end on a whole pixel follows no pattern a
+                    // processor could predict. The whole pixels are shifted out in two steps, so
+                    // that none of them (a span inside one pixel) is a shift by 63 and 1, not 64.
+                    const Span& sx = vX[ox];
+                    const int from = sx.first + 1;
+                    const int whole = std::max(0, sx.last - from);
+                    quint64 word;
+                    std::memcpy(&word, r + (from >> 3), sizeof word);
+                    if constexpr (std::endian::native == std::endian::little)
+                        word = __builtin_bswap64(word);
+                    const uint lead = r[sx.first >> 3] >> (7 - (sx.first & 7)) & 1;
+                    const uint tail = r[sx.last >> 3] >> (7 - (sx.last & 7)) & 1;
+                    counts[ox] = sx.lead * lead + sx.tail * tail
+                                 + 256u * uint(__builtin_popcountll((word << (from & 7)) >> (63 - whole) >> 1));
+                }
+            }
             for (size_t ox = 0; ox < vX.size(); ++ox)
                 ones[ox] += quint64(wy) * counts[ox];
         }
         QRgb* dst = reinterpret_cast<QRgb*>(out.scanLine(int(oy)));
-        for (size_t ox = 0; ox < vX.size(); ++ox) {
-            const float s1 = float(ones[ox]) / (float(vX[ox].total) * float(sy.total));
-            const float s0 = 1.0f - s1;
-            auto channel = [&](int vZero, int vOne) { return int(float(vZero) * s0 + float(vOne) * s1 + 0.5f); };
-            dst[ox] = qRgb(channel(qRed(zero), qRed(one)), channel(qGreen(zero), qGreen(one)),
-                           channel(qBlue(zero), qBlue(one)));
-        }
+        const float rowScale = float(Shades) / float(sy.total);
+        for (size_t ox = 0; ox < vX.size(); ++ox)
+            dst[ox] = shades[size_t(float(ones[ox]) * columnScale[ox] * rowScale + 0.5f)];
     }
     return out;
 }

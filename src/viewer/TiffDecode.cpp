@@ -60,6 +60,9 @@ enum class Layout { Bilevel, Grey8, Palette8, Rgb8, Other };
 
 Layout Classify(const PageInfo& vInfo)
 {
+    // Old-style JPEG hides its real layout behind the tags; the RGBA reader knows its ways.
+    if (vInfo.compression == COMPRESSION_OJPEG)
+        return Layout::Other;
     if (vInfo.samples == 1 && vInfo.bits == 1
         && (vInfo.photometric == PHOTOMETRIC_MINISWHITE || vInfo.photometric == PHOTOMETRIC_MINISBLACK
             || vInfo.photometric == PHOTOMETRIC_PALETTE))
@@ -70,21 +73,23 @@ Layout Classify(const PageInfo& vInfo)
         if (vInfo.photometric == PHOTOMETRIC_PALETTE)
             return Layout::Palette8;
     }
-    // Old-style JPEG hides its real layout behind the tags; the RGBA reader knows its ways.
     if (vInfo.samples == 3 && vInfo.bits == 8 && vInfo.photometric == PHOTOMETRIC_RGB
-        && vInfo.planar == PLANARCONFIG_CONTIG && vInfo.compression != COMPRESSION_OJPEG)
+        && vInfo.planar == PLANARCONFIG_CONTIG)
         return Layout::Rgb8;
     return Layout::Other;
 }
 
 // The rows of a strip-organised page, one scanline at a time straight into the picture: no
 // buffer the size of a strip, however big the file says its strips are. A row libtiff can't
-// decode stays as far as it got, as libtiff's own reader leaves it: a damaged fax page still
-// shows its good part.
+// decode is left as zeros and the rest is read on, as libtiff's own reader does: a damaged fax
+// page still shows its good part.
 void ReadStrips(TIFF* vTif, QImage& vImage)
 {
-    for (int y = 0; y < vImage.height(); ++y)
-        TIFFReadScanline(vTif, vImage.scanLine(y), uint32_t(y), 0);
+    for (int y = 0; y < vImage.height(); ++y) {
+        uchar* row = vImage.scanLine(y);
+        if (TIFFReadScanline(vTif, row, uint32_t(y), 0) < 0)
+            std::memset(row, 0, size_t(vImage.bytesPerLine()));
+    }
 }
 
 // A tiled page, tile by tile through one tile buffer.

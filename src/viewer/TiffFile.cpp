@@ -15,12 +15,12 @@ namespace {
 // here (or from another thread's library user) are dropped, never printed.
 thread_local TiffFile* collecting = nullptr;
 
-// A damaged file can produce a warning per line; a few are enough to explain a failure.
+// A damaged file can produce an error per line; a few are enough to explain a failure.
 constexpr int MaxMessages = 20;
 
-// No single buffer of libtiff's own may exceed this; a damaged header that claims a gigantic strip
-// or tile then fails instead of taking the machine's memory. The largest page we accept needs
-// less (see TiffPages).
+// No single buffer of libtiff's own may exceed this: a damaged header that claims a gigantic strip
+// or tile then fails instead of taking the machine's memory, and a real page that needs a buffer
+// that big in one piece is beyond what a pane shows anyway (see TiffPages).
 constexpr tmsize_t MaxLibraryAllocation = tmsize_t(512) * 1024 * 1024;
 
 void Handler(const char* vModule, const char* vFormat, va_list vArgs)
