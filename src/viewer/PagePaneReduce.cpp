@@ -238,8 +238,15 @@ QRgb Through555(QRgb vColour)
 
 QImage SmoothReduced(const QImage& vPicture, QSize vSize)
 {
-    if (!Averageable(vPicture.format()) || vSize.isEmpty())
+    if (vSize.isEmpty())
         return vPicture.scaled(vSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    // Other depths are brought to one the averaging reads: a 1-bit page with its bits the other
+    // way round stays 1-bit, anything else becomes 32-bit.
+    if (!Averageable(vPicture.format()))
+        return SmoothReduced(vPicture.convertToFormat(vPicture.format() == QImage::Format_MonoLSB
+                                                          ? QImage::Format_Mono
+                                                          : QImage::Format_RGB32),
+                             vSize);
     // Up to 14 picture pixels to a painted one in one pass. Beyond (a big picture in a small
     // pane), whole blocks are averaged first; that the last block of a row or column is short
     // shifts the far edge by well under a painted pixel.

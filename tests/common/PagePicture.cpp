@@ -53,10 +53,10 @@ bool IsDark(const QImage& vImage, QPointF vAt)
 
 } // namespace
 
-QImage Draw(int vPage, QSize vSize, QColor vPaper)
+QImage Draw(int vPage, QSize vSize)
 {
     QImage image(vSize.expandedTo(QSize(1, 1)), QImage::Format_RGB32);
-    image.fill(vPaper);
+    image.fill(Qt::white);
     QPainter painter(&image);
     const QSizeF size = image.size();
 

@@ -4,14 +4,13 @@
 // foot that a test reads back, even from a scaled or darkened copy. Drawn with rectangles
 // only, so that no font has to be installed.
 
-#include <QColor>
 #include <QImage>
 #include <QSize>
 
 namespace pagepicture {
 
-// A picture of vSize pixels showing vPage (0 to 65535) on vPaper, which should stay light.
-QImage Draw(int vPage, QSize vSize, QColor vPaper = Qt::white);
+// A picture of vSize pixels showing vPage (0 to 65535) on white.
+QImage Draw(int vPage, QSize vSize);
 
 // The page number shown in vImage, or -1 when it isn't such a picture.
 int Read(const QImage& vImage);

@@ -397,17 +397,13 @@ TEST(StructuredDataTree, CloneCopiesDeeplyAndSharesReferences)
     given->AddData(QStringLiteral("kept"), QStringLiteral("z"));
     EXPECT_EQ(src->Clone(src.get(), given), nullptr);
     EXPECT_EQ(Keys(given), (QStringList{QStringLiteral("z"), QStringLiteral("a"), QStringLiteral("r"), QStringLiteral("T")}));
-}
 
-TEST(StructuredDataTree, ClearCutsChildrenLooseAndEmptiesThem)
-{
-    auto root = NewNode();
-    root->SetName(QStringLiteral("kept"));
-    auto child = root->CreateThread(QStringLiteral("c"));
-    child->AddData(QStringLiteral("v"));
-    root->Clear();
-    EXPECT_EQ(root->Count(), 0);
-    EXPECT_EQ(root->Name(), QStringLiteral("kept"));
+    // Clear cuts children loose and empties them, but keeps the node's own name.
+    const SDC child = src->Thread(QStringLiteral("T"));
+    src->SetName(QStringLiteral("kept"));
+    src->Clear();
+    EXPECT_EQ(src->Count(), 0);
+    EXPECT_EQ(src->Name(), QStringLiteral("kept"));
     EXPECT_EQ(child->Parent(), nullptr);
     EXPECT_EQ(child->Count(), 0);
 }
@@ -429,19 +425,11 @@ TEST(StructuredDataTree, DebugListDumpsNodesAndChildren)
     n->SetName(QStringLiteral("N"));
     n->AddData(QStringLiteral("v"), QStringLiteral("k"));
     n->CreateThread(QStringLiteral("c"))->AddReference(std::make_shared<int>(1), QStringLiteral("r"));
-    const SDC dump = n->DebugList();
-    const QStringList lines = Values(dump);
-    ASSERT_EQ(lines.size(), 9 + 4 + 9 + 3);
-    EXPECT_EQ(lines[0], QString(80, QLatin1Char('-')));
+    const QStringList lines = Values(n->DebugList());
+    ASSERT_EQ(lines.size(), 9 + 4 + 9 + 3);  // node, its data entry, the child, its reference
     EXPECT_EQ(lines[1], QStringLiteral("Name          = [N]"));
-    EXPECT_EQ(lines[6], QStringLiteral("Count         = [2]"));
-    EXPECT_EQ(lines[8], QStringLiteral("LevelNo       = [1]"));
     EXPECT_EQ(lines[10], QStringLiteral("DataValue( 1) = [v]"));
-    EXPECT_EQ(lines[11], QStringLiteral("DataType ( 1) = [DATA]"));
-    EXPECT_EQ(lines[12], QStringLiteral("DataKey  ( 1) = [k]"));
-    EXPECT_EQ(lines[14], QStringLiteral("Name          = [c]"));
     EXPECT_EQ(lines[23], QStringLiteral("DataType ( 1) = [REF]"));
-    EXPECT_EQ(dump->CurrentNo(), 1);
 }
 
 TEST(StructuredDataLimits, CountsAreSixteenBitAndDeepTreesFreeSafely)

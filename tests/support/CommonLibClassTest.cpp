@@ -5,11 +5,9 @@
 
 #include <QApplication>
 #include <QDesktopServices>
-#include <QLabel>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
-#include <QStatusBar>
 #include <QTimer>
 #include <QUrl>
 #include <gtest/gtest.h>
@@ -25,71 +23,47 @@ using Answer = MessagePresenter::Answer;
 using Buttons = MessagePresenter::Buttons;
 using Kind = MessagePresenter::Kind;
 
-// What a recorded box showed, as one value to compare.
-static auto Seen(const MessagePresenter::Message& vMessage)
+TEST(CommonLibMessages, BoxesCarryKindTitleAndButtonsAndQuestionsAlwaysOfferYesNo)
 {
-    return std::tuple(vMessage.kind, vMessage.title, vMessage.buttons);
-}
-
-TEST(CommonLibMessages, BoxesGoToTheInnermostPresenterWithKindTitleAndButtons)
-{
-    MessagePresenter* const before = &MessagePresenter::Current();
-    {
-        ScopedRecordingPresenter outer;
-        {
-            ScopedRecordingPresenter inner;
-            L::ErrMsgBox(u"inner"_s);
-            EXPECT_EQ(inner.Count(), 1);
-        }
-        L::ErrMsgBox(u"ページは数字で指定してください。"_s);
-        L::WorningMsgBox(u"w"_s);
-        L::InformationMsgBox(u"i"_s);
-        // Questions get the scripted answers in order, and always have Yes and No.
-        outer.ScriptAnswer(Answer::No);
-        outer.ScriptAnswer(Answer::Cancel);
-        EXPECT_EQ(L::QuestionBox(u"q1"_s), Answer::No);
-        EXPECT_EQ(L::QuestionBox(u"q2"_s, Buttons::YesNoCancel), Answer::Cancel);
-        EXPECT_EQ(L::QuestionBox(u"q3"_s, Buttons::Ok), Answer::Yes);  // unscripted
-        const auto& m = outer.Shown();
-        ASSERT_EQ(m.size(), 6u);
-        EXPECT_EQ(m[0].text, u"ページは数字で指定してください。"_s);
-        EXPECT_EQ(Seen(m[0]), std::tuple(Kind::Error, u"エラーメッセージ"_s, Buttons::Ok));
-        EXPECT_EQ(Seen(m[1]), std::tuple(Kind::Warning, u"警告メッセージ"_s, Buttons::Ok));
-        EXPECT_EQ(Seen(m[2]), std::tuple(Kind::Information, u"情報メッセージ"_s, Buttons::Ok));
-        EXPECT_EQ(Seen(m[3]), std::tuple(Kind::Question, u"確認"_s, Buttons::YesNo));
-        EXPECT_EQ(m[4].buttons, Buttons::YesNoCancel);
-        EXPECT_EQ(m[5].buttons, Buttons::YesNo);
-    }
-    EXPECT_EQ(&MessagePresenter::Current(), before);
+    ScopedRecordingPresenter shown;
+    L::ErrMsgBox(u"ページは数字で指定してください。"_s);
+    L::WorningMsgBox(u"w"_s);
+    L::InformationMsgBox(u"i"_s);
+    shown.ScriptAnswer(Answer::Cancel);
+    EXPECT_EQ(L::QuestionBox(u"q1"_s, Buttons::YesNoCancel), Answer::Cancel);
+    EXPECT_EQ(L::QuestionBox(u"q2"_s, Buttons::Ok), Answer::Yes);
+    const std::tuple<Kind, QString, Buttons> seen[] = {
+        {Kind::Error, u"エラーメッセージ"_s, Buttons::Ok}, {Kind::Warning, u"警告メッセージ"_s, Buttons::Ok},
+        {Kind::Information, u"情報メッセージ"_s, Buttons::Ok}, {Kind::Question, u"確認"_s, Buttons::YesNoCancel},
+        {Kind::Question, u"確認"_s, Buttons::YesNo}};
+    ASSERT_EQ(shown.Count(), 5);
+    EXPECT_EQ(shown.Shown()[0].text, u"ページは数字で指定してください。"_s);
+    for (size_t i = 0; i < 5; ++i)
+        EXPECT_EQ(std::tuple(shown.Shown()[i].kind, shown.Shown()[i].title, shown.Shown()[i].buttons), seen[i]) << i;
 }
 
 TEST(CommonLibMessages, RealBoxCarriesTitleIconAndAnswer)
 {
     // The real presenter is modal; a timer looks at the box and answers it.
-    QString title;
-    QMessageBox::Icon icon = QMessageBox::NoIcon;
+    std::pair<QString, QMessageBox::Icon> seen;
     QTimer timer;
-    timer.setInterval(10);
     QObject::connect(&timer, &QTimer::timeout, [&] {
         if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            title = box->windowTitle();
-            icon = box->icon();
+            seen = {box->windowTitle(), box->icon()};
             QAbstractButton* no = box->button(QMessageBox::No);
             no ? no->click() : box->done(0);  // never leave a test hanging on a box
         }
     });
-    timer.start();
+    timer.start(10);
     EXPECT_EQ(L::QuestionBox(u"閉じますか?"_s), Answer::No);
-    EXPECT_EQ(title, u"確認"_s);
-    EXPECT_EQ(icon, QMessageBox::Question);
+    EXPECT_EQ(seen, std::pair(u"確認"_s, QMessageBox::Question));
 }
 
 TEST(CommonLibNumbers, RoundKeepsTheOldRules)
 {
     struct Case { double value; int num; double result; };
     const Case cases[] = {
-        {2.5, 0, 3}, {2.49, 0, 2}, {1.25, -2, 1.3}, {1.24, -2, 1.2}, {3.146, -3, 3.15}, {3.144, -3, 3.14},
-        {2.5, -1, 3}, {14, 1, 10}, {15, 1, 20}, {149, 2, 100}, {150, 2, 200},
+        {2.5, 0, 3}, {2.49, 0, 2}, {1.25, -2, 1.3}, {1.24, -2, 1.2}, {3.146, -3, 3.15}, {14, 1, 10}, {150, 2, 200},
         // the 32-bit conversion rounds a half to even: 14.5 + 5 becomes 20, not 19
         {14.5, 1, 20}, {123456, 10, 0},
     };
@@ -104,51 +78,41 @@ TEST(CommonLibNumbers, RoundKeepsTheOldRules)
     int num = -2;
     EXPECT_DOUBLE_EQ(L::Round(value, num), 1.3);
     EXPECT_DOUBLE_EQ(value, -13);  // (1.25 + 0.05) * 10, cut, negated
-    value = -2.5;
-    num = 0;
-    EXPECT_DOUBLE_EQ(L::Round(value, num), 3);
-    EXPECT_DOUBLE_EQ(value, -2.5);
     // Up and off go away from zero for a negative too.
     EXPECT_EQ(L::RoundUp(-2.1), -3);
-    EXPECT_EQ(L::RoundUp(-2.0), -2);
     EXPECT_EQ(L::RoundOff(-2.5), -3);
 }
 
-TEST(CommonLibNumbers, DoubleLenCheckCountsTheShortestText)
+TEST(CommonLibNumbers, LengthChecksAndRanges)
 {
     struct Case { double value; int whole, fraction; bool fits; };
     const Case cases[] = {
-        {123.45, 3, 2, true}, {123.456, 3, 2, false}, {1234, 3, 2, false}, {100, 3, 0, true},
-        {-123.4, 3, 2, false} /* the sign takes a place */, {-12.4, 3, 2, true}, {-0.0, 1, 0, true},
-        {1e20, 21, 0, true} /* never in exponent form */, {0.1 + 0.2, 3, 2, false}, {std::nan(""), 9, 9, false},
+        {123.45, 3, 2, true}, {123.456, 3, 2, false}, {1234, 3, 2, false}, {-123.4, 3, 2, false} /* the sign */,
+        {-0.0, 1, 0, true}, {1e20, 21, 0, true} /* never in exponent form */, {0.1 + 0.2, 3, 2, false},
+        {std::nan(""), 9, 9, false},
     };
     for (const Case& c : cases)
         EXPECT_EQ(L::DoubleLenCheck(c.value, c.whole, c.fraction), c.fits) << c.value;
-}
-
-TEST(CommonLibNumbers, ModPlusAndRandomNumbersStayInTheirRanges)
-{
-    const qint32 mods[][3] = {{-7, 3, 2}, {-6, 3, 0}, {-7, -3, 2}, {5, 0, 0}, {std::numeric_limits<qint32>::min(), -1, 0}};
+    // ModPlus and the random numbers stay in their ranges, even at the ends of 32 bits.
+    const qint32 mods[][3] = {{-7, 3, 2}, {-7, -3, 2}, {5, 0, 0}, {std::numeric_limits<qint32>::min(), -1, 0}};
     for (const auto& m : mods)
         EXPECT_EQ(L::ModPlus(m[0], m[1]), m[2]) << m[0] << " mod " << m[1];
     std::set<qint32> seen;
     for (int i = 0; i < 500; ++i)
         seen.insert(L::GetRandomNumber(3, 1));  // bounds in either order
     EXPECT_EQ(seen, (std::set<qint32>{1, 2, 3}));
-    const qint32 top = std::numeric_limits<qint32>::max();
-    EXPECT_EQ(L::GetRandomNumber(top, top), top);
+    EXPECT_EQ(L::GetRandomNumber(INT32_MAX, INT32_MAX), INT32_MAX);
 }
 
 TEST(CommonLibText, IsCurrencyIsAlphabetAndReplaceString)
 {
-    for (const QString& yes : {u"123"_s, u"-1.5"_s, u"+0.5"_s, u".5"_s, u"5."_s, u" 42 "_s, u"１２３"_s, u"－１．５"_s})
+    for (const QString& yes : {u"-1.5"_s, u".5"_s, u"5."_s, u" 42 "_s, u"－１．５"_s})
         EXPECT_TRUE(L::IsCurrency(yes)) << yes.toStdString();
-    for (const QString& no : {u""_s, u"-"_s, u"1E3"_s, u"1Ｅ3"_s, u"1D3"_s, u"1,000"_s, u"1，000"_s, u"5-"_s,
-                              u"5＋"_s, u"1.2.3"_s, u"abc"_s, u"12a"_s})
+    for (const QString& no : {u""_s, u"-"_s, u"1E3"_s, u"1Ｅ3"_s, u"1D3"_s, u"1，000"_s, u"5-"_s, u"5＋"_s, u"1.2.3"_s})
         EXPECT_FALSE(L::IsCurrency(no)) << no.toStdString();
     // Only ASCII letters count, and an empty search text finds nothing.
     EXPECT_TRUE(L::IsAlphabet(u"AbcZ"_s));
-    for (const QString& no : {QString(), u"A1"_s, u"Ａ"_s, u"ı"_s})
+    for (const QString& no : {QString(), u"Ａ"_s, u"ı"_s})
         EXPECT_FALSE(L::IsAlphabet(no)) << no.toStdString();
     EXPECT_EQ(L::ReplaceString(u"aAa"_s, u"a"_s, u"x"_s), u"xAx"_s);
     EXPECT_EQ(L::ReplaceString(u"aAa"_s, u"a"_s, u"x"_s, true), u"xxx"_s);
@@ -165,8 +129,7 @@ TEST(CommonLibText, ByteCutsCountShiftJisAndDropHalfCharacters)
         {L::CLibLeftB(nihongo, 2), u"日"_s}, {L::CLibLeftB(nihongo, 1), {}}, {L::CLibLeftB(u"ｱ日"_s, 2), u"ｱ"_s},
         // A cut that takes everything keeps characters the code page has no place for.
         {L::CLibLeftB(u"😀a"_s, 9), u"😀a"_s},
-        {L::ClibRightB(nihongo, 3), u"語"_s}, {L::ClibRightB(nihongo, 4), u"本語"_s},
-        {L::ClibRightB(u"a日b"_s, 3), u"日b"_s}, {L::ClibRightB(nihongo, 99), nihongo},
+        {L::ClibRightB(nihongo, 3), u"語"_s}, {L::ClibRightB(u"a日b"_s, 3), u"日b"_s}, {L::ClibRightB(nihongo, 99), nihongo},
         {L::ClibMidB(u"a日本b"_s, 2, 2), u"日"_s}, {L::ClibMidB(nihongo, 2, 3), u"本"_s} /* from a trail byte */,
         {L::ClibMidB(nihongo, 2, 2), {}} /* two halves */, {L::ClibMidB(nihongo, 3), u"本語"_s} /* to the end */,
         {L::ClibMidB(nihongo, 0, 2), u"日"_s} /* start held at 1 */, {L::ClibMidB(nihongo, 7, 2), {}},
@@ -197,8 +160,8 @@ TEST(CommonLibRegex, ReplaceFirstOrAllWithReferences)
     struct Case { QString subject, form, result; };
     const QString kv = u"key=value"_s;
     const Case cases[] = {
-        {u"a1b22c"_s, u"s/\\d+/#/"_s, u"a#b22c"_s}, {u"a1b22c"_s, u"s/\\d+/#/g"_s, u"a#b#c"_s},
-        {u"a1b22c"_s, u"/\\d+/#/g"_s, u"a#b#c"_s}, {u"ABC"_s, u"s/b/x/i"_s, u"AxC"_s},
+        {u"a1b22c"_s, u"s/\\d+/#/"_s, u"a#b22c"_s}, {u"a1b22c"_s, u"/\\d+/#/g"_s, u"a#b#c"_s},
+        {u"ABC"_s, u"s/b/x/i"_s, u"AxC"_s},
         {u"abc"_s, u"s/x*/-/g"_s, u"-a-b-c-"_s}, {u"c:/a/b"_s, u"s#/#\\\\#g"_s, u"c:\\a\\b"_s},
         {u"a/b"_s, u"s/\\//-/"_s, u"a-b"_s}, {u"日本語"_s, u"s/^.(.)/[$1]/"_s, u"[本]語"_s},
         {kv, u"s/(\\w+)=(\\w+)/$2=$1/"_s, u"value=key"_s}, {kv, u"s/(\\w+)=(\\w+)/\\2:\\1/"_s, u"value:key"_s},
@@ -207,8 +170,7 @@ TEST(CommonLibRegex, ReplaceFirstOrAllWithReferences)
         {kv, u"s/=/\\t\\$1\\\\/"_s, u"key\t$1\\value"_s}, {kv, u"s/=/$/"_s, u"key$value"_s},
         {kv, u"s/=/$9/"_s, u"keyvalue"_s},  // no such group: nothing
         // a bad form or pattern changes nothing
-        {kv, u"s/(/x/"_s, kv}, {kv, u"abc"_s, kv}, {kv, u"s/a/b"_s, kv}, {kv, u""_s, kv}, {kv, u"s"_s, kv},
-        {kv, u"/a/"_s, kv},
+        {kv, u"s/(/x/"_s, kv}, {kv, u"abc"_s, kv}, {kv, u"s/a/b"_s, kv}, {kv, u"/a/"_s, kv},
     };
     for (const Case& c : cases)
         EXPECT_EQ(L::ReplaceRegex(c.subject, c.form), c.result) << c.form.toStdString();
@@ -216,43 +178,32 @@ TEST(CommonLibRegex, ReplaceFirstOrAllWithReferences)
 
 TEST(CommonLibTime, TimeAndDateTextsAndWait)
 {
-    const std::pair<qint64, QString> texts[] = {{0, u"00:00:00"_s}, {3725, u"01:02:05"_s}, {86399, u"23:59:59"_s},
-                                                {86400, u"24:00:00"_s}, {86401, u"無効"_s}, {-5, u"23:59:55"_s}};
-    for (const auto& [seconds, text] : texts)
-        EXPECT_EQ(L::TimeSerialEx(seconds), text) << seconds;
-    EXPECT_EQ(L::TimeSerialEx(86400, 1), u"24:00:00"_s);
-    EXPECT_EQ(L::TimeSerialEx(3725, 1), u"1時間2分5秒"_s);
-
+    const std::tuple<qint64, int, QString> texts[] = {{3725, 0, u"01:02:05"_s}, {86400, 0, u"24:00:00"_s},
+                                                      {86401, 0, u"無効"_s}, {-5, 0, u"23:59:55"_s},
+                                                      {86400, 1, u"24:00:00"_s}, {3725, 1, u"1時間2分5秒"_s}};
+    for (const auto& [seconds, format, text] : texts)
+        EXPECT_EQ(L::TimeSerialEx(seconds, format), text) << seconds;
     const std::pair<QString, qint32> seconds[] = {
-        {u"01:02:05"_s, 3725}, {u"30:00:00"_s, 108000}, {u"1:2"_s, 0}, {u"a:00:00"_s, 0}, {u"999999999:00:00"_s, 0}};
+        {u"30:00:00"_s, 108000}, {u"1:2"_s, 0}, {u"a:00:00"_s, 0}, {u"999999999:00:00"_s, 0}};
     for (const auto& [text, value] : seconds)
         EXPECT_EQ(L::ChangeSecond(text), value) << text.toStdString();
-
     EXPECT_TRUE(L::CheckTime(u"23:59:59"_s));
-    for (const char* bad : {"24:00:00", "12:60:00", "12:00:60", "1:00:00", "12-00-00", "ab:cd:ef", ""})
+    for (const char* bad : {"24:00:00", "12:60:00", "1:00:00", "12-00-00", ""})
         EXPECT_FALSE(L::CheckTime(QString::fromLatin1(bad))) << bad;
 
-    const QDate today = QDate::currentDate();
-    EXPECT_EQ(L::CheckDateNow(today), 0);
-    EXPECT_EQ(L::CheckDateNow(today.addYears(-1)), 1);
-    EXPECT_EQ(L::CheckDateNow(today.addYears(1)), 2);
     EXPECT_EQ(L::CDateString(u"20240105"_s), u"2024/01/05"_s);
-    EXPECT_EQ(L::CDateString(u"2024/01/05"_s), u"2024/01/05"_s);
-
     bool fired = false;
     QTimer::singleShot(0, [&] { fired = true; });
     L::Wait(0);  // the event loop turns even without time to wait
     EXPECT_TRUE(fired);
 }
 
-TEST(CommonLibForms, CenteringStaysOnTheScreen)
+TEST(CommonLibForms, CenteringOnTheOwnerStaysOnTheScreen)
 {
     const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
     QWidget form;
     QWidget owner;
     form.resize(200, 100);
-    L::CenteringForm(&form);
-    EXPECT_EQ(form.frameGeometry().center(), screen.center());
     owner.setGeometry(screen.left() + 10, screen.top() + 10, 400, 300);
     L::CenteringFormOfOwner(&form, &owner);
     EXPECT_EQ(form.frameGeometry().center(), owner.frameGeometry().center());
@@ -260,19 +211,6 @@ TEST(CommonLibForms, CenteringStaysOnTheScreen)
     owner.move(screen.right() - 50, screen.bottom() - 50);
     L::CenteringFormOfOwner(&form, &owner);
     EXPECT_TRUE(screen.contains(form.frameGeometry())) << form.x() << "," << form.y();
-}
-
-TEST(CommonLibForms, PanelsAreTheLabelsInTheOrderTheBarWasGivenThem)
-{
-    QStatusBar bar;
-    auto* first = new QLabel;  // the bar takes them over
-    auto* second = new QLabel;
-    bar.addWidget(first, 1);
-    bar.addPermanentWidget(second);
-    for (int panel : {2, 1, 3, 0})
-        L::PanelTextOut(&bar, panel, QString::number(panel));
-    EXPECT_EQ(first->text(), u"1"_s);
-    EXPECT_EQ(second->text(), u"2"_s);
 }
 
 class UrlRecorder : public QObject {
@@ -293,12 +231,11 @@ TEST(CommonLibForms, OpenAndExploreGoToTheDesktop)
         QDesktopServices::setUrlHandler(scheme, &recorder, "Open");
     L::QuickOpen(file);
     L::ExploreOpen(file);  // a file shows its folder
-    L::ExploreOpen(dir.path());
     L::QuickOpen(u"https://example.org/a"_s);
     for (const QString& scheme : {u"file"_s, u"https"_s})
         QDesktopServices::unsetUrlHandler(scheme);
     const QUrl folder = QUrl::fromLocalFile(dir.path());
-    EXPECT_EQ(recorder.urls, (QList<QUrl>{QUrl::fromLocalFile(file), folder, folder, QUrl(u"https://example.org/a"_s)}));
+    EXPECT_EQ(recorder.urls, (QList<QUrl>{QUrl::fromLocalFile(file), folder, QUrl(u"https://example.org/a"_s)}));
 }
 
 TEST(CommonLibFiles, TempFolderIsMadeOrEmptiedOfFiles)

@@ -25,9 +25,7 @@ TEST(CommandLineClassTest, TokensAreSortedIntoFilesAndSwitches)
     // A second "/" makes an absolute path, not a switch.
     EXPECT_EQ(Values(line.Files()), (QStringList{u"a.xdw"_s, u"b c.tif"_s, u"/home/user/文書/d.xdw"_s}));
 
-    const SDC sw = line.Switch();
-    EXPECT_EQ(Values(sw), (QStringList{u"-p3"_s, u"/xabc"_s, u"/q"_s}));  // "-" alone stores nothing
-    EXPECT_EQ(sw->DataValue(u"X"_s), u"/xabc"_s);
+    EXPECT_EQ(Values(line.Switch()), (QStringList{u"-p3"_s, u"/xabc"_s, u"/q"_s}));  // "-" alone stores nothing
     const SDC args = line.SwitchArgument();
     EXPECT_EQ(args->Count(), 2);  // "/q" has no argument
     EXPECT_EQ(args->DataValue(u"P"_s), u"3"_s);
@@ -38,18 +36,12 @@ TEST(CommandLineClassTest, TokensAreSortedIntoFilesAndSwitches)
     EXPECT_EQ(line.Files()->Count(), 0);
     EXPECT_EQ(Values(line.Switch()), QStringList{u"-A2"_s});
     EXPECT_EQ(line.SwitchArgument()->DataValue(u"A"_s), u"2"_s);
-}
 
-TEST(CommandLineClassTest, AnEmptyCommandChangesNothingAndASetCommandIsAnalysed)
-{
-    CommandLineClass line;
-    line.AnalyzeComanndLine(QString());
-    EXPECT_EQ(line.ExeName(), QString());
+    // Without a text the stored command is analysed, and describes that line only.
     line.SetCommand(u"mq x.xdw"_s);
     line.AnalyzeComanndLine();
     EXPECT_EQ(Values(line.Files()), QStringList{u"x.xdw"_s});
-    line.AnalyzeComanndLine(u"mq y.xdw"_s);  // describes the new line only
-    EXPECT_EQ(Values(line.Files()), QStringList{u"y.xdw"_s});
+    EXPECT_EQ(line.Switch()->Count(), 0);
 }
 
 TEST(CommandLineClassTest, QuotesAreDroppedAndUnpairedOnesGiveNoTokens)
@@ -74,7 +66,6 @@ TEST(CommandLineClassTest, NamesWithJapaneseTextAndBlanksSurviveTheRoundTrip)
         first.Files()->AddData(n);
     first.Switch()->AddData(u"-t見出し 付き"_s, u"T"_s);
     const QString text = first.CreateCommandLine();
-    EXPECT_EQ(first.Command(), text);
     EXPECT_EQ(text, u"\"/opt/マルノ クイル/mq\" \"/home/山田 太郎/議事録 第1回.xdw\" 全角\u3000空白.tif plain.xdw "
                     "\"-t見出し 付き\""_s);
 
@@ -83,7 +74,6 @@ TEST(CommandLineClassTest, NamesWithJapaneseTextAndBlanksSurviveTheRoundTrip)
     EXPECT_EQ(second.ExeName(), first.ExeName());
     EXPECT_EQ(Values(second.Files()), names);
     EXPECT_EQ(second.Switch()->DataValue(u"T"_s), u"-t見出し 付き"_s);
-    EXPECT_EQ(second.Argument(), first.Argument());
 
     // With nothing to add, the old argument goes and the program name stands alone.
     CommandLineClass bare;

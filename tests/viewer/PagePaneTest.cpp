@@ -1,14 +1,15 @@
 // The page pane on the offscreen platform: how big each size mode paints a page and where, the
 // scroll bars, bitmap and client coordinates, gamma, the 16-bit conversion, and that resizing
 // and mode changes neither decode the file again nor rescale on every paint.
-#include "common/TestFiles.h"
+#include "common/PagePicture.h"
+#include "common/TiffWriter.h"
 #include "support/AppError.h"
 #include "viewer/PagePane.h"
 #include "viewer/PagePaneImage.h"
-#include "viewer/TiffFixtures.h"
 #include "viewer/TiffPages.h"
 
 #include <QCoreApplication>
+#include <QPainter>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -27,6 +28,26 @@ QImage Filled(int vWidth, int vHeight, QColor vColour)
 }
 
 const QRgb Grey = qRgb(128, 128, 128);
+
+// How far two pictures of one size are apart, over the channels of every pixel.
+struct Difference {
+    int worst = 0;
+    double mean = 0;
+};
+Difference Compare(const QImage& vA, const QImage& vB)
+{
+    Difference d;
+    qint64 sum = 0;
+    for (int y = 0; y < vA.height(); ++y)
+        for (int x = 0; x < vA.width(); ++x)
+            for (int shift : {0, 8, 16}) {
+                const int apart = std::abs(int(vA.pixel(x, y) >> shift & 0xFF) - int(vB.pixel(x, y) >> shift & 0xFF));
+                d.worst = std::max(d.worst, apart);
+                sum += apart;
+            }
+    d.mean = double(sum) / (3.0 * vA.width() * vA.height());
+    return d;
+}
 
 class PagePaneTest : public ::testing::Test {
 protected:
@@ -57,41 +78,32 @@ TEST_F(PagePaneTest, SizeModesScaleAndPlaceThePage)
     // Fit page: the whole page, centred across.
     pane_.SetPaintSizeMode(PagePane::SizeFitPage);
     EXPECT_DOUBLE_EQ(pane_.PaintScale(), 0.25);
-    EXPECT_FALSE(HBar());
-    EXPECT_FALSE(VBar());
+    EXPECT_FALSE(HBar() || VBar());
     EXPECT_EQ(pane_.BitmapToClient({0, 0}), QPointF(100, 0));
     EXPECT_EQ(pane_.BitmapToClient({800, 1200}), QPointF(300, 300));
 
     // Fit width: the width beside the vertical bar the long page needs.
     pane_.SetPaintSizeMode(PagePane::SizeFitWidth);
-    EXPECT_TRUE(VBar());
-    EXPECT_FALSE(HBar());
-    EXPECT_LT(Client().width(), 400);
+    EXPECT_TRUE(VBar() && !HBar());
     EXPECT_DOUBLE_EQ(pane_.PaintScale(), Client().width() / 800.0);
     EXPECT_EQ(pane_.verticalScrollBar()->maximum(), std::lround(1200 * pane_.PaintScale()) - Client().height());
-
-    // A wide page at fit width needs no bar and is centred down.
+    // A wide page needs no bar and is centred down.
     pane_.SetBitmap(Filled(800, 200, Qt::white));
     EXPECT_FALSE(VBar());
-    EXPECT_DOUBLE_EQ(pane_.PaintScale(), 0.5);
     EXPECT_EQ(pane_.BitmapToClient({0, 0}), QPointF(0, 100));
 
-    // Zoom and 1:1: both bars as needed, the range is the painted size beyond the client.
+    // Zoom: both bars as needed, the range is the painted size beyond the client.
     pane_.SetBitmap(Filled(800, 1200, Qt::white));
     pane_.SetPaintZoomFactor(200);
     pane_.SetPaintSizeMode(PagePane::SizeZoom);
     EXPECT_DOUBLE_EQ(pane_.PaintScale(), 2.0);
-    EXPECT_TRUE(HBar() && VBar());
     EXPECT_EQ(pane_.horizontalScrollBar()->maximum(), 1600 - Client().width());
     EXPECT_EQ(pane_.verticalScrollBar()->maximum(), 2400 - Client().height());
-    pane_.SetPaintZoomFactor(50);
-    EXPECT_DOUBLE_EQ(pane_.PaintScale(), 0.5);
-    pane_.SetPaintZoomFactor(0);  // ignored
-    EXPECT_EQ(pane_.PaintZoomFactor(), 50);
+    pane_.SetPaintZoomFactor(0);  // ignored, as is a mode we don't have
+    pane_.SetPaintSizeMode(1);
+    EXPECT_DOUBLE_EQ(pane_.PaintScale(), 2.0);
     pane_.SetPaintSizeMode(PagePane::SizeNone);
     EXPECT_DOUBLE_EQ(pane_.PaintScale(), 1.0);
-    pane_.SetPaintSizeMode(1);  // not a mode of ours
-    EXPECT_EQ(pane_.PaintSizeMode(), PagePane::SizeNone);
 
     // The window grows: fit page follows it, and the picture is never touched.
     pane_.SetPaintSizeMode(PagePane::SizeFitPage);
@@ -100,32 +112,36 @@ TEST_F(PagePaneTest, SizeModesScaleAndPlaceThePage)
     EXPECT_EQ(pane_.BitmapSize(), QSize(800, 1200));
 }
 
-TEST_F(PagePaneTest, WhatIsPaintedMatchesTheLayout)
+TEST_F(PagePaneTest, WhatIsPaintedMatchesTheLayoutAndGammaDarkensOnlyTheMidTones)
 {
-    // A white page with a black square at bitmap (400, 600) to (480, 720).
+    // A white page with a black square at bitmap (400, 600) to (480, 720), grey to its right.
     QImage page = Filled(800, 1200, Qt::white);
-    for (int y = 600; y < 720; ++y)
-        for (int x = 400; x < 480; ++x)
-            page.setPixel(x, y, qRgb(0, 0, 0));
+    QPainter(&page).fillRect(400, 600, 80, 120, Qt::black);
+    QPainter(&page).fillRect(480, 600, 120, 120, QColor(Grey));
     pane_.SetBitmap(page);
     pane_.SetPaintScaling(PagePane::ScalingSmooth);
-    for (int mode : {PagePane::SizeFitPage, PagePane::SizeFitWidth, PagePane::SizeZoom}) {
+    pane_.SetPaintZoomFactor(300);
+    // Reduced, one to one and magnified copies alike.
+    for (int mode : {PagePane::SizeFitPage, PagePane::SizeFitWidth, PagePane::SizeNone, PagePane::SizeZoom}) {
         SCOPED_TRACE(mode);
-        pane_.SetPaintZoomFactor(300);
         pane_.SetPaintSizeMode(mode);
-        pane_.SetScrollPosition({380, 580});  // ignored where nothing scrolls
-        const QImage grab = pane_.viewport()->grab().toImage();
+        pane_.SetScrollPosition({400, 580});  // ignored where nothing scrolls
+        pane_.SetPaintGamma(50);
+        QImage grab = pane_.viewport()->grab().toImage();
         EXPECT_EQ(At(grab, pane_.BitmapToClient({440, 660})), qRgb(0, 0, 0));
-        EXPECT_EQ(At(grab, pane_.BitmapToClient({380, 590})), qRgb(255, 255, 255));
+        EXPECT_EQ(At(grab, pane_.BitmapToClient({420, 590})), qRgb(255, 255, 255));
+        EXPECT_EQ(At(grab, pane_.BitmapToClient({510, 660})), qRgb(64, 64, 64));
+        pane_.SetPaintGamma(100);
+        grab = pane_.viewport()->grab().toImage();
+        EXPECT_EQ(At(grab, pane_.BitmapToClient({510, 660})), Grey);
         if (mode == PagePane::SizeFitPage) {  // the grey beside a centred page
             EXPECT_EQ(grab.pixel(5, 150), Grey);
         }
     }
+    EXPECT_EQ(pane_.Bitmap(), page);
     pane_.ClearBitmap();
-    EXPECT_FALSE(pane_.HasBitmap());
     EXPECT_TRUE(pane_.BitmapSize().isEmpty());
-    const QImage empty = pane_.viewport()->grab().toImage();
-    EXPECT_EQ(empty.pixel(200, 150), Grey);
+    EXPECT_EQ(pane_.viewport()->grab().toImage().pixel(200, 150), Grey);
     EXPECT_FALSE(HBar() || VBar());
 }
 
@@ -135,12 +151,11 @@ TEST_F(PagePaneTest, BitmapAndClientPointsRoundTripThroughZoomAndScroll)
     pane_.SetPaintZoomFactor(300);
     pane_.SetPaintSizeMode(PagePane::SizeZoom);
     pane_.SetScrollPosition({200, 500});
-    EXPECT_EQ(pane_.ScrollPosition(), QPoint(200, 500));
     EXPECT_EQ(pane_.ScrollOffset(), QPoint(600, 1500));
     EXPECT_EQ(pane_.ClientToBitmap({0, 0}), QPointF(200, 500));
+    EXPECT_EQ(pane_.BitmapToClient({210, 505}), QPointF(30, 15));
     for (QPointF p : {QPointF(0, 0), QPointF(333.25, 71.5), QPointF(999, 1399)})
         EXPECT_EQ(pane_.ClientToBitmap(pane_.BitmapToClient(p)), p);
-    EXPECT_EQ(pane_.BitmapToClient({210, 505}), QPointF(30, 15));
 
     // Out of range is held at the end; a hand drag moves the page pixel for pixel.
     pane_.SetScrollPosition({100000, -5});
@@ -156,98 +171,62 @@ TEST_F(PagePaneTest, BitmapAndClientPointsRoundTripThroughZoomAndScroll)
     EXPECT_EQ(pane_.ScrollPosition(), QPoint(0, 0));
 }
 
-TEST_F(PagePaneTest, GammaDarkensTheMidTonesOfWhatIsPaintedOnly)
+TEST_F(PagePaneTest, ConversionTo16BitsGivesWhatQtGivesAndAFaxPagePaintsAsThatCopyWould)
 {
-    QImage page = Filled(200, 100, QColor(128, 128, 128));
-    for (int y = 0; y < 100; ++y)
-        for (int x = 0; x < 100; ++x)
-            page.setPixel(x, y, x < 50 ? qRgb(0, 0, 0) : qRgb(255, 255, 255));
-    pane_.SetBitmap(page);
-    pane_.SetPaintSizeMode(PagePane::SizeNone);
-    for (int zoom : {50, 100, 250}) {  // reduced and magnified copies alike
-        SCOPED_TRACE(zoom);
-        pane_.SetPaintSizeMode(PagePane::SizeZoom);
-        pane_.SetPaintZoomFactor(zoom);
-        pane_.SetPaintGamma(50);
-        QImage grab = pane_.viewport()->grab().toImage();
-        EXPECT_EQ(At(grab, pane_.BitmapToClient({150, 50})), qRgb(64, 64, 64));
-        EXPECT_EQ(At(grab, pane_.BitmapToClient({10, 50})), qRgb(0, 0, 0));
-        EXPECT_EQ(At(grab, pane_.BitmapToClient({80, 50})), qRgb(255, 255, 255));
-        pane_.SetPaintGamma(100);
-        grab = pane_.viewport()->grab().toImage();
-        EXPECT_EQ(At(grab, pane_.BitmapToClient({150, 50})), qRgb(128, 128, 128));
-    }
-    EXPECT_EQ(pane_.Bitmap(), page);
-}
-
-TEST_F(PagePaneTest, ConversionTo16BitsGivesWhatQtGivesForEveryFormat)
-{
-    // 37 pixels wide: whole bytes of eight pixels and a rest.
-    QImage rgb(37, 5, QImage::Format_RGB32);
-    for (int y = 0; y < 5; ++y)
-        for (int x = 0; x < 37; ++x)
-            rgb.setPixel(x, y, qRgb(x * 7, y * 50, (x * y * 13) & 0xFF));
-    QImage mono = rgb.convertToFormat(QImage::Format_Mono, Qt::ThresholdDither);
-    mono.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 40)});  // a white-is-zero page
-    const QImage pictures[] = {mono,
-                               rgb.convertToFormat(QImage::Format_MonoLSB, Qt::ThresholdDither),
-                               rgb.convertToFormat(QImage::Format_Indexed8),
-                               rgb.convertToFormat(QImage::Format_Grayscale8),
-                               rgb,
-                               rgb.convertToFormat(QImage::Format_RGB888),
-                               rgb.convertToFormat(QImage::Format_RGB16)};
-    for (const QImage& picture : pictures) {
-        SCOPED_TRACE(picture.format());
+    // Strokes on a page of every colour, 1201 pixels wide: whole bytes of eight pixels and a rest.
+    QImage rgb(1201, 1650, QImage::Format_RGB32);
+    for (int y = 0; y < rgb.height(); ++y)
+        for (int x = 0; x < rgb.width(); ++x)
+            rgb.setPixel(x, y, (x / 4 + y / 9) % 5 == 0 ? qRgb(3, 3, 60) : qRgb(x * 7 & 0xFF, y * 50 & 0xFF, x * y & 0xFF));
+    QImage fax = rgb.convertToFormat(QImage::Format_Mono, Qt::ThresholdDither);
+    fax.setColorTable({qRgb(250, 250, 245), qRgb(3, 3, 60)});  // a white-is-zero page
+    for (QImage::Format format : {QImage::Format_Mono, QImage::Format_MonoLSB, QImage::Format_Indexed8, QImage::Format_Grayscale8,
+                                  QImage::Format_RGB32, QImage::Format_RGB888, QImage::Format_RGB16}) {
+        SCOPED_TRACE(format);
+        const QImage picture = format == QImage::Format_Mono ? fax : rgb.convertToFormat(format, Qt::ThresholdDither);
         pane_.SetBitmap(picture);
         pane_.ConvertTo16Bit();
-        ASSERT_EQ(pane_.Bitmap().format(), QImage::Format_RGB555);
         EXPECT_EQ(pane_.Bitmap(), picture.convertToFormat(QImage::Format_RGB555));
+    }
+
+    // The pane keeps a converted 1-bit page in 1 bit; what it paints, reduced or not, must be
+    // what the 16-bit picture itself would paint.
+    pane_.SetPaintScaling(PagePane::ScalingSmooth);
+    for (int mode : {PagePane::SizeFitPage, PagePane::SizeNone}) {
+        SCOPED_TRACE(mode);
+        pane_.SetPaintSizeMode(mode);
+        pane_.SetBitmap(fax);
+        pane_.ConvertTo16Bit();
+        const QImage kept = pane_.grab().toImage();
+        pane_.SetBitmap(pane_.Bitmap());
+        EXPECT_LE(Compare(kept, pane_.grab().toImage()).worst, 1);  // a level of rounding
     }
 }
 
-TEST_F(PagePaneTest, TiffPagesLoadConvertAndFailWithoutTouchingThePane)
+TEST_F(PagePaneTest, AFilePageIsDecodedOnceAndResizesOrModeChangesOnlyRescaleIt)
 {
     QTemporaryDir temp;
     const QString path = temp.filePath(u"three.tif"_s);
-    QImage first(50, 40, QImage::Format_Grayscale8);
-    first.fill(30);
-    QImage second(60, 20, QImage::Format_Grayscale8);
-    second.fill(200);
-    ASSERT_TRUE(tifffixtures::Write(path, {{first}, {second}, {first}}));
-
-    pane_.ExamineFile(path);
-    EXPECT_EQ(pane_.InfoTotalPages(), 3);
-    EXPECT_FALSE(pane_.HasBitmap());  // examining decodes nothing
-    pane_.LoadTiffPage(path, 2);
-    EXPECT_EQ(pane_.BitmapSize(), QSize(60, 20));
-    EXPECT_EQ(pane_.Bitmap().format(), QImage::Format_Grayscale8);
-    pane_.ConvertTo16Bit();
-    EXPECT_EQ(pane_.Bitmap(), second.convertToFormat(QImage::Format_RGB555));
-
-    // A page that isn't there and a file that isn't one raise, and the pane keeps its page.
-    pane_.ExamineFile(path);
-    for (auto [file, page] : {std::pair{path, 4}, std::pair{temp.filePath(u"none.tif"_s), 1}}) {
-        EXPECT_THROW(pane_.LoadTiffPage(file, page), AppError);
-        EXPECT_EQ(pane_.BitmapSize(), QSize(60, 20));
-        EXPECT_EQ(pane_.InfoTotalPages(), 3);
-    }
-    EXPECT_THROW(pane_.ExamineFile(temp.filePath(u"none.tif"_s)), AppError);
-}
-
-TEST_F(PagePaneTest, ResizesAndModeChangesScaleWhatIsHeldWithoutDecodingOrRepeating)
-{
-    QTemporaryDir temp;
-    const QString path = temp.filePath(u"page.tif"_s);
-    QImage page(600, 800, QImage::Format_Grayscale8);
-    page.fill(255);
-    ASSERT_TRUE(tifffixtures::Write(path, {{page, COMPRESSION_LZW}}));
+    const QString none = temp.filePath(u"none.tif"_s);
+    ASSERT_TRUE(tiffwriter::WriteNumbered(path, 3, tiffwriter::Kind::GreyLzw, QSize(600, 800)));
     QSignalSpy painted(&pane_, &PagePane::Painted);
 
     const qint64 before = TiffPages::DecodeCount();
-    pane_.LoadTiffPage(path, 0);
+    pane_.ExamineFile(path);
+    EXPECT_EQ(pane_.InfoTotalPages(), 3);
+    EXPECT_FALSE(pane_.HasBitmap());
+    pane_.LoadTiffPage(path, 2);
     pane_.ConvertTo16Bit();
     EXPECT_EQ(TiffPages::DecodeCount(), before + 1);
+    // A page that isn't there and a file that isn't one raise, and the pane keeps its page.
+    for (auto [file, page] : {std::pair{path, 4}, std::pair{none, 1}}) {
+        EXPECT_THROW(pane_.LoadTiffPage(file, page), AppError);
+        EXPECT_EQ(pagepicture::Read(pane_.Bitmap()), 2);
+        EXPECT_EQ(pane_.InfoTotalPages(), 3);
+    }
+    EXPECT_THROW(pane_.ExamineFile(none), AppError);
 
+    const qint64 decoded = TiffPages::DecodeCount();
     pane_.SetPaintScaling(PagePane::ScalingSmooth);
     pane_.SetPaintSizeMode(PagePane::SizeFitPage);
     pane_.grab();
@@ -256,7 +235,7 @@ TEST_F(PagePaneTest, ResizesAndModeChangesScaleWhatIsHeldWithoutDecodingOrRepeat
     pane_.grab();
     EXPECT_EQ(pane_.ScaledCopyBuilds(), builds) << "a repaint with nothing changed rescaled";
     EXPECT_GE(painted.count(), 3);
-
+    // Each change makes one new scaled copy.
     pane_.resize(700, 500);
     pane_.grab();
     pane_.SetPaintSizeMode(PagePane::SizeFitWidth);
@@ -270,7 +249,7 @@ TEST_F(PagePaneTest, ResizesAndModeChangesScaleWhatIsHeldWithoutDecodingOrRepeat
     pane_.SetPaintScaling(PagePane::ScalingFast);
     pane_.grab();
     EXPECT_EQ(pane_.ScaledCopyBuilds(), builds + 5);
-    EXPECT_EQ(TiffPages::DecodeCount(), before + 1);
+    EXPECT_EQ(TiffPages::DecodeCount(), decoded);
 }
 
 TEST(PagePaneReduceTest, SmoothReductionAgreesWithQtForEveryFormat)
@@ -282,16 +261,12 @@ TEST(PagePaneReduceTest, SmoothReductionAgreesWithQtForEveryFormat)
             const bool stroke = (x / 7 + y / 11) % 3 == 0 || (x % 50) < (y % 5);
             source.setPixel(x, y, stroke ? qRgb(20, 10, 0) : qRgb(255 - (x * 3 & 63), 250 - (y & 31), 240));
         }
-    const QImage pictures[] = {source,
-                               source.convertToFormat(QImage::Format_Mono, Qt::ThresholdDither),
-                               source.convertToFormat(QImage::Format_RGB555),
-                               source.convertToFormat(QImage::Format_RGB888),
-                               source.convertToFormat(QImage::Format_Grayscale8),
-                               source.convertToFormat(QImage::Format_Indexed8)};
     // A usual page reduction, less than half, and a huge one that goes in two steps.
     for (QSize size : {QSize(301, 212), QSize(700, 492), QSize(15, 10)}) {
-        for (const QImage& picture : pictures) {
-            SCOPED_TRACE(::testing::Message() << size.width() << " " << picture.format());
+        for (QImage::Format format : {QImage::Format_RGB32, QImage::Format_Mono, QImage::Format_RGB555,
+                                      QImage::Format_RGB888, QImage::Format_Grayscale8, QImage::Format_Indexed8}) {
+            SCOPED_TRACE(::testing::Message() << size.width() << " " << format);
+            const QImage picture = source.convertToFormat(format, Qt::ThresholdDither);
             const QImage ours = pagepane::SmoothReduced(picture, size);
             ASSERT_EQ(ours.size(), size);
             ASSERT_EQ(ours.format(), QImage::Format_RGB32);
@@ -299,45 +274,7 @@ TEST(PagePaneReduceTest, SmoothReductionAgreesWithQtForEveryFormat)
                                   .scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
             // Both average areas; rounding and Qt's fixed point differ by a level here and there.
             // A channel swapped, a shifted edge or a wrong weight shows at once.
-            qint64 difference = 0;
-            for (int y = 0; y < size.height(); ++y)
-                for (int x = 0; x < size.width(); ++x) {
-                    const QRgb a = ours.pixel(x, y);
-                    const QRgb b = qt.pixel(x, y);
-                    difference += std::abs(qRed(a) - qRed(b)) + std::abs(qGreen(a) - qGreen(b))
-                                  + std::abs(qBlue(a) - qBlue(b));
-                }
-            EXPECT_LT(double(difference) / (3.0 * size.width() * size.height()), 2.0);
+            EXPECT_LT(Compare(ours, qt).mean, 2.0);
         }
-    }
-}
-
-TEST_F(PagePaneTest, AFaxPageIn16BitsPaintsAsItsOwnCopyWould)
-{
-    // The pane keeps a converted 1-bit page in 1 bit; what it paints must be what the 16-bit
-    // picture itself would paint, and its colours those of 5-5-5.
-    QImage fax(1201, 1650, QImage::Format_Mono);
-    fax.setColorTable({qRgb(250, 250, 245), qRgb(3, 3, 60)});
-    for (int y = 0; y < fax.height(); ++y)
-        for (int x = 0; x < fax.width(); ++x)
-            fax.setPixel(x, y, (x / 4 + y / 9) % 5 == 0 ? 1 : 0);
-    pane_.SetPaintScaling(PagePane::ScalingSmooth);
-    for (int mode : {PagePane::SizeFitPage, PagePane::SizeNone}) {
-        SCOPED_TRACE(mode);
-        pane_.SetPaintSizeMode(mode);
-        pane_.SetBitmap(fax);
-        pane_.ConvertTo16Bit();
-        const QImage kept = pane_.grab().toImage();
-        const QImage wide = pane_.Bitmap();
-        EXPECT_EQ(wide, fax.convertToFormat(QImage::Format_RGB555));
-        pane_.SetBitmap(wide);
-        const QImage painted = pane_.grab().toImage();
-        ASSERT_EQ(kept.size(), painted.size());
-        int worst = 0;
-        for (int y = 0; y < kept.height(); ++y)
-            for (int x = 0; x < kept.width(); ++x)
-                worst = std::max({worst, std::abs(qRed(kept.pixel(x, y)) - qRed(painted.pixel(x, y))),
-                                  std::abs(qBlue(kept.pixel(x, y)) - qBlue(painted.pixel(x, y)))});
-        EXPECT_LE(worst, 1);
     }
 }
