@@ -57,6 +57,7 @@ MarnoquillClass::MarnoquillClass(const QStringList& vArguments) : context_(std::
         context_->SettingsPath = iniPath.IniFilePathForSave();
 
         step = kStep + QStringLiteral("コマンドリストの読み込み");
+        context_->CreateCommands();
         step = kStep + QStringLiteral("InitCommonControls");
         cursor.Reset();
 
@@ -64,6 +65,7 @@ MarnoquillClass::MarnoquillClass(const QStringList& vArguments) : context_(std::
         form_ = new frmMain(*context_);
         form_->setAttribute(Qt::WA_DeleteOnClose);
         form_->Load();
+        context_->Action->RefForm(form_);
 
         step = kStep + QStringLiteral("メイン画面を表示");
         form_->show();
@@ -112,11 +114,12 @@ void MarnoquillClass::ManyFileOpen(const QStringList& vFiles)
     form_->ActiveMe();
 }
 
-// Actions run through the dispatcher, which arrives with the commands; the keyboard
-// accelerators are switched off around it then, since an action may open a dialog.
+// The keyboard accelerators are off while the action runs, since an action may open a dialog.
 void MarnoquillClass::ExecAction(const QString& vAction)
 {
-    Q_UNUSED(vAction);
+    form_->RemoveAcceleratorKey();
+    context_->Action->ExecAction(vAction);
+    form_->SetAcceleratorKey();
 }
 
 QString MarnoquillClass::GetFileNameOfSelectedTab() const

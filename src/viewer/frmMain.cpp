@@ -1,6 +1,7 @@
 // frmMain: the window's load step, activation and closing.
 #include "viewer/frmMain.h"
 
+#include "commands/clsMouseEvents.h"
 #include "document/DocuWorksClass.h"
 #include "settings/CtrlSaveLoadClass.h"
 #include "settings/DataSaveLoadClass.h"
@@ -49,6 +50,8 @@ frmMain::frmMain(AppContext& vContext, QWidget* vParent) : QMainWindow(vParent),
     connect(tabMain_, &TabStrip::TabClicked, this, &frmMain::OnTabClicked);
     connect(tabMain_, &TabStrip::SelectionChanged, this, &frmMain::OnTabSelectionChanged);
     connect(tabMain_, &TabStrip::CloseRequested, this, &frmMain::OnTabCloseRequested);
+
+    keys_ = std::make_unique<AppAcceleratorKeyClass>(this, [this](const QString& vKeyString) { RunTrigger(vKeyString); });
 }
 
 frmMain::~frmMain() = default;
@@ -123,6 +126,7 @@ void frmMain::Load()
         setMinimumSize(minimum, minimum);
         step = kLoadStep + QStringLiteral("ドラッグ&ドロップクラス");
         step = kLoadStep + QStringLiteral("アクセラレータキーを設定する");
+        SetAcceleratorKey();
         step = kLoadStep + QStringLiteral("End");
     } catch (const AppError& e) {
         CommonLibClass::ErrMsgBox(e.Description() + QLatin1Char(' ') + step);
@@ -229,6 +233,7 @@ void frmMain::CloseHandler()
         }
     }
     ReleaseMouseEvents();
+    RemoveAcceleratorKey();
     try {
         DocuWorksClass docuWorks;
         if (!docuWorks.DocuWorksVersion().isEmpty())
@@ -259,7 +264,3 @@ void frmMain::LoadMemoryOfDetailSet(const QString& vName)
     binding.LoadValue(vName);
 }
 
-// The mouse tracker and its hook arrive with gestures; modal dialogs already stand between
-// these two calls, so that nothing needs to change here when it does.
-void frmMain::CreateMouseEvents() {}
-void frmMain::ReleaseMouseEvents() {}

@@ -6,6 +6,8 @@
 // frmMainChromeCommands.cpp (what the bars, menus and status bar do) and frmMainIntake.cpp
 // (files coming in).
 
+#include "commands/AppAcceleratorKeyClass.h"
+#include "commands/ViewerOperations.h"
 #include "settings/StructuredDataClass.h"
 #include "viewer/AppContext.h"
 #include "viewer/AppFileClass.h"
@@ -17,6 +19,8 @@
 
 #include <memory>
 
+class AppRulerCtrlClass;
+class clsMouseEvents;
 class DocuWorksClass;
 class DocuWorksFileClass;
 class PagePane;
@@ -28,7 +32,7 @@ class QMenuBar;
 class QToolBar;
 class TabStrip;
 
-class frmMain : public QMainWindow {
+class frmMain : public QMainWindow, public ViewerOperations {
     Q_OBJECT
 public:
     static inline const QString Caption = QStringLiteral("Marnoquill");
@@ -42,47 +46,59 @@ public:
 
     // ---- start-up and closing
     void ActiveMe();
-    void EndApp();
+    void EndApp() override;
 
     // ---- tabs
     void InitialOpenFile(const QString& vFileName, bool vSelected);
     void OpenFile(qint32 vTabNo, const QString& vFileName, qint16 vPage);
     std::shared_ptr<AppFileClass> SelectedFile() const;
     static QString GetTabNo(const QString& vKey) { return vKey.mid(1); }
-    void SelectedTabUpdate();
-    void SelectedTabFilePathCopy();
+    void SelectedTabUpdate() override;
+    void SelectedTabFilePathCopy() override;
     QString GetSelectedTabFilePath() const;
-    void TabClose();
-    void AllTabClose();
-    void NextTab();
-    void PreviousTab();
+    void TabClose() override;
+    void AllTabClose() override;
+    void NextTab() override;
+    void PreviousTab() override;
 
     // ---- files coming in
     void ManyFileOpen(const SDC& vFiles);
-    void OpenDialog();
+    void OpenDialog() override;
+    void FolderOpenDialog() override;
+    void ReadFolder(const QString& vAction) override;
+    void ArrangementExec(const QString& vProcName) override;
+
+    // ---- rulers: 0 horizontal, 1 vertical
+    void AddRuler(qint16 vType) override;
+    void DeleteAllRuler() override;
 
     // ---- sizes and layout
-    void SetPaintSizeMode(const QString& vSizeMode);
+    void SetPaintSizeMode(const QString& vSizeMode) override;
     void SetPaintSizeModeSub(const QString& vSizeMode, PagePane* vLEAD);
-    void SetDoubleDisp(const QString& vMode);
-    void SetDispDirection(const QString& vMode);
+    void SetDoubleDisp(const QString& vMode) override;
+    void SetDispDirection(const QString& vMode) override;
 
     // ---- moving through pages
-    void NextPage();
-    void PreviousPage();
-    void PageJump();
+    void NextPage() override;
+    void PreviousPage() override;
+    void PageJump() override;
 
     // ---- chrome
     void DispHelp();
-    void DispVersion();
+    void DispVersion() override;
     void OpenIniFolder();
-    void OptionWindowOpen();
+    void OptionWindowOpen() override;
 
     // ---- modal dialogs mute the mouse-driven actions meanwhile
     bool DialogOpen() const { return dialogOpen_; }
     void SetDialogOpen(bool v) { dialogOpen_ = v; }
     void CreateMouseEvents();
     void ReleaseMouseEvents();
+    clsMouseEvents* MouseTracker() const { return mcMouse_.get(); }
+
+    // ---- keys bound in the settings fire only while this window is the active one
+    void SetAcceleratorKey();
+    void RemoveAcceleratorKey();
 
     // ---- what the rest of the program and the tests look at
     AppContext& Context() const { return context_; }
@@ -105,6 +121,8 @@ protected:
     void closeEvent(QCloseEvent* vEvent) override;
     void resizeEvent(QResizeEvent* vEvent) override;
     void changeEvent(QEvent* vEvent) override;
+    void mouseReleaseEvent(QMouseEvent* vEvent) override;
+    void keyReleaseEvent(QKeyEvent* vEvent) override;
     void showEvent(QShowEvent* vEvent) override;
     bool eventFilter(QObject* vWatched, QEvent* vEvent) override;
 
@@ -152,6 +170,23 @@ private:
     // ---- moving through pages (frmMainNavigation.cpp)
     void MovePage(int vDirection);
 
+    // ---- the pointer over the panes (frmMainPointer.cpp)
+    bool PaneMouseEvent(PagePane* vPane, QMouseEvent* vEvent);
+    void PaneMouseDown(PagePane* vPane, int vButton, QPointF vAt);
+    void PaneMouseUp(PagePane* vPane, int vButton);
+    void PaneMouseMove(PagePane* vPane, QPointF vAt);
+    void mcMouse_MouseDown(qint16 vButton, qint32 vVector);
+    void mcMouse_MouseUp(qint16 vButton, qint32 vVector);
+    void mcMouse_MouseDblClick(qint16 vButton, qint32 vVector);
+    void mcMouse_MouseWheelRotate(qint16 vButton, qint32 vVector);
+    void mcMouse_OnActionMove(qint32 vMoveCount, qint32 vMoveDir);
+    void mcMouse_OnActionEnd(qint32 vMoveCount);
+    bool IsMouseGestureEnabled() const;
+    bool HasPopupEntries() const;
+    void RunTrigger(const QString& vTrigger);
+    void WheelMovePage(qint16 vButton);
+    void WheelMoveTab(qint16 vButton);
+
     // ---- bars, menus, status bar (frmMainChrome.cpp, frmMainChromeCommands.cpp)
     void CreateCommandBar();
     void OnButtonPress(const QString& vKey);
@@ -178,6 +213,13 @@ private:
 
     TabStrip* tabMain_ = nullptr;
     PagePane* lead_[4] = {};
+    std::unique_ptr<clsMouseEvents> mcMouse_;
+    std::unique_ptr<AppAcceleratorKeyClass> keys_;
+    bool dragActive_ = false;
+    QPointF lastDrag_;
+    bool gestureDone_ = false;
+    qint32 pageWheel_ = 0;
+    qint32 tabWheel_ = 0;
     QTimer timer1_;  // restores smooth painting after a resize
     QTimer timer2_;  // ends the top-most period of ActiveMe
 

@@ -65,10 +65,10 @@ void frmMain::OnButtonPress(const QString& vKey)
     else if (operation == QLatin1String("DOUBLE_DISP"))
         SetDoubleDisp(ButtonArgument(vKey));
 
-    // A popup entry names an action, which runs through the action dispatcher. The dispatcher
-    // comes with the commands; until then a popup entry does nothing when chosen.
+    // A popup entry names an action, which runs through the action dispatcher.
     if (const std::optional<QString> action = PopupActionOfKey(vKey)) {
-        // Call point: AppActionClass::ExecAction(*action).
+        if (context_.Action)
+            context_.Action->ExecAction(*action);
     }
 }
 

@@ -13,6 +13,7 @@
 #include <QApplication>
 #include <QEvent>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QResizeEvent>
 #include <QStatusBar>
 
@@ -67,6 +68,11 @@ void frmMain::InitializeLead()
     LEAD(2)->show();
     LEAD(3)->show();
     LEAD(1)->installEventFilter(this);
+    // The panes' own mouse events drag the page by hand; at rest every pane shows the open hand.
+    for (int i : {2, 3, 4}) {
+        LEAD(i)->viewport()->installEventFilter(this);
+        LEAD(i)->SetHandCursor(false);
+    }
 }
 
 bool frmMain::eventFilter(QObject* vWatched, QEvent* vEvent)
@@ -75,6 +81,12 @@ bool frmMain::eventFilter(QObject* vWatched, QEvent* vEvent)
     // follow the spread's background whenever it changes size.
     if (vWatched == LEAD(1) && vEvent->type() == QEvent::Resize)
         LEAD23_Resize();
+    if (vEvent->type() == QEvent::MouseButtonPress || vEvent->type() == QEvent::MouseButtonRelease
+        || vEvent->type() == QEvent::MouseMove) {
+        for (int i : {2, 3, 4})
+            if (LEAD(i) && vWatched == LEAD(i)->viewport())
+                return PaneMouseEvent(LEAD(i), static_cast<QMouseEvent*>(vEvent));
+    }
     return QMainWindow::eventFilter(vWatched, vEvent);
 }
 

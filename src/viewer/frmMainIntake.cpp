@@ -68,3 +68,18 @@ void frmMain::OpenDialog()
         InitialOpenFile(path, true);
     CreateMouseEvents();
 }
+
+// Reading a whole folder goes through the file list database, which comes with folder reading;
+// its menu item is greyed until then, and actions bound to it do nothing.
+void frmMain::FolderOpenDialog() {}
+
+void frmMain::ReadFolder(const QString& vAction)
+{
+    Q_UNUSED(vAction);
+}
+
+// No sibling product is linked on this system, so none of its processes is ever offered.
+void frmMain::ArrangementExec(const QString& vProcName)
+{
+    Q_UNUSED(vProcName);
+}

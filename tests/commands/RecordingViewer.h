@@ -3,6 +3,7 @@
 // "SetPaintSizeMode(2)", and then runs the test's hook, which may raise or start another action.
 
 #include "commands/ViewerOperations.h"
+#include "common/SettingsTree.h"
 #include "settings/StructuredDataClass.h"
 #include "support/AppError.h"
 
@@ -65,26 +66,3 @@ inline const std::vector<std::pair<QString, QString>> FixedActionCalls = {
     {"バージョン情報", "DispVersion"}, {"終了", "EndApp"},
 };
 
-// Settings trees in the shape the options dialog stores them.
-namespace settingstree {
-
-inline SDC Group(const SDC& vRoot, const QString& vGroup) { return vRoot->CreateThread(vGroup); }
-
-// A list view row: its text and its sub-items "1", "2", ...
-inline void AddRow(const SDC& vGroup, const QString& vList, const QString& vText, const QStringList& vSubItems = {})
-{
-    const SDC row = vGroup->CreateThread(vList)->CreateThread(QStringLiteral("ListItem"))->CreateThread();
-    row->AddData(vText, QStringLiteral("Text"));
-    const SDC sub = row->CreateThread(QStringLiteral("SubItem"));
-    for (const QString& item : vSubItems)
-        sub->AddData(item);
-}
-
-inline void AddComposite(const SDC& vRoot, const QString& vName, const QStringList& vSteps)
-{
-    const SDC steps = Group(vRoot, QStringLiteral("\\複合動作\\"))->CreateThread(QStringLiteral("動作リスト"))->CreateThread(vName);
-    for (const QString& step : vSteps)
-        steps->AddData(step);
-}
-
-} // namespace settingstree

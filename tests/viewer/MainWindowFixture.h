@@ -50,8 +50,10 @@ protected:
     frmMain& Window()
     {
         if (!form) {
+            context.CreateCommands();
             form = std::make_unique<frmMain>(context);
             form->Load();
+            context.Action->RefForm(form.get());
             form->resize(900, 700);
             form->show();
         }
