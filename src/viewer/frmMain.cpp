@@ -7,6 +7,7 @@
 #include "settings/DataSaveLoadClass.h"
 #include "support/AppError.h"
 #include "support/ProcessClass.h"
+#include "viewer/AppRulerCtrlClass.h"
 #include "viewer/PagePane.h"
 #include "viewer/TabStrip.h"
 
@@ -119,6 +120,11 @@ void frmMain::Load()
         step = kLoadStep + QStringLiteral("ポップアップメニュー更新");
         UpdatePopupMenu();
         step = kLoadStep + QStringLiteral("ルーラークラス生成");
+        rulers_ = new AppRulerCtrlClass(this);
+        rulers_->SetPane(QStringLiteral("Main"), LEAD(4));
+        rulers_->SetPane(QStringLiteral("Left"), LEAD(2));
+        rulers_->SetPane(QStringLiteral("Right"), LEAD(3));
+        rulers_->ReadSettings(context_.DetailSet);
         step = kLoadStep + QStringLiteral("マウスイベントクラス生成");
         CreateMouseEvents();
         step = kLoadStep + QStringLiteral("サイズ変更クラスの設定");

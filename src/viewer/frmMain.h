@@ -215,6 +215,7 @@ private:
     PagePane* lead_[4] = {};
     std::unique_ptr<clsMouseEvents> mcMouse_;
     std::unique_ptr<AppAcceleratorKeyClass> keys_;
+    AppRulerCtrlClass* rulers_ = nullptr;  // a child of the window
     bool dragActive_ = false;
     QPointF lastDrag_;
     bool gestureDone_ = false;

@@ -4,6 +4,7 @@
 
 #include "support/AppError.h"
 #include "support/DirClass.h"
+#include "viewer/AppRulerCtrlClass.h"
 #include "viewer/ChromeIcons.h"
 #include "viewer/TabStrip.h"
 
@@ -172,8 +173,11 @@ void frmMain::HideTabs()
 
 void frmMain::OnTabCloseRequested(const QString& vKey)
 {
-    if (tabMain_->Count() == 0)
-        HideTabs();  // the rulers go with the last tab, once they exist
+    if (tabMain_->Count() == 0) {
+        HideTabs();
+        if (rulers_)
+            rulers_->AllDeleteRuler();  // the rulers go with the last tab
+    }
     tabTable_->DeleteData(GetTabNo(vKey));
     OnTabSelectionChanged();
 }
@@ -182,6 +186,8 @@ void frmMain::TabClose()
 {
     if (tabMain_->Count() == 0)
         return;
+    if (tabMain_->Count() == 1)
+        DeleteAllRuler();
     const QString key = tabMain_->SelectedKey();
     if (!key.isEmpty()) {
         tabTable_->DeleteData(GetTabNo(key));
@@ -198,6 +204,7 @@ void frmMain::AllTabClose()
     if (tabMain_->Count() == 0)
         return;
     bulkClosing_ = true;
+    DeleteAllRuler();
     for (int i = tabMain_->Count(); i >= 1; --i) {
         const QString key = tabMain_->KeyAt(i - 1);
         tabTable_->DeleteData(GetTabNo(key));

@@ -80,6 +80,10 @@ int main(int argc, char** argv)
     Save(&window, folder, "spread-left-to-right.png");
     window.SetDispDirection(QStringLiteral("RL"));
     Save(&window, folder, "spread-right-to-left.png");
+    window.AddRuler(0);
+    window.AddRuler(1);
+    Save(&window, folder, "rulers-spread.png");
+    window.DeleteAllRuler();
 
     window.SetDispDirection(QStringLiteral("LR"));
     window.SetDoubleDisp(QStringLiteral("1"));

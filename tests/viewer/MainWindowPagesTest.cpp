@@ -219,3 +219,30 @@ TEST_F(MainWindowTest, ResizingScalesWhatIsHeldAndNeverDecodes)
     EXPECT_EQ(w.LEAD(2)->width() + w.LEAD(3)->width(), w.LEAD(1)->width() / 2 * 2);
     QTRY_COMPARE_WITH_TIMEOUT(w.LEAD(3)->PaintScaling(), 1, 5000);
 }
+
+TEST_F(MainWindowTest, RulersKeepTheirLineAndSpreadHalvesGetTheirOwn)
+{
+    AddWindowGroup(context.DetailSet);
+    frmMain& w = Window();
+    w.AddRuler(0);  // no tab: nothing
+    w.InitialOpenFile(Tiff(QStringLiteral("a.tif"), 4), true);
+    w.AddRuler(0);
+    QWidget* ruler = w.LEAD(4)->findChild<QWidget*>(QStringLiteral("leadRuler"));
+    ASSERT_TRUE(ruler);
+    QApplication::processEvents();
+    const double line = w.LEAD(4)->ClientToBitmap(QPointF(0, ruler->geometry().top())).y();
+    w.SetPaintSizeMode(QStringLiteral("3"));
+    w.LEAD(4)->SetScrollPosition(QPoint(0, 40));
+    w.LEAD(4)->viewport()->repaint();
+    EXPECT_NEAR(w.LEAD(4)->ClientToBitmap(QPointF(0, ruler->geometry().top())).y(), line, 1.0);
+
+    // A spread: each new ruler on both halves; closing the last tab takes them all away.
+    w.SetDoubleDisp(QStringLiteral("2"));
+    w.AddRuler(1);
+    EXPECT_TRUE(w.LEAD(2)->findChild<QWidget*>(QStringLiteral("leadRulerL")));
+    EXPECT_TRUE(w.LEAD(3)->findChild<QWidget*>(QStringLiteral("leadRulerR")));
+    w.TabClose();
+    QApplication::processEvents();
+    EXPECT_FALSE(w.LEAD(2)->findChild<QWidget*>(QStringLiteral("leadRulerL")));
+    EXPECT_FALSE(w.LEAD(4)->findChild<QWidget*>(QStringLiteral("leadRuler")));
+}
