@@ -4,6 +4,7 @@
 #include "MainWindowFixture.h"
 
 #include "common/SettingsTree.h"
+#include "settings/DataSaveLoadClass.h"
 #include "viewer/frmPageInput.h"
 
 #include <QAction>
@@ -23,9 +24,15 @@ using settingstree::Group;
 void BindMouse(const SDC& vSettings, const QString& vRightWheel)
 {
     const SDC mouse = Group(vSettings, QStringLiteral("\\マウス\\"));
-    for (const char* control : {"cboMouseLeftDClick", "cboMouseWheelClick", "cboMouse4thClick", "cboMouse5thClick"})
-        mouse->CreateThread(QString::fromLatin1(control))->AddData(QStringLiteral("なし"), QStringLiteral("Text"));
-    mouse->CreateThread(QStringLiteral("cboMouseRightWheel"))->AddData(vRightWheel, QStringLiteral("Text"));
+    const std::pair<const char*, QString> clicks[] = {
+        {"cboMouseLeftDClick", QStringLiteral("次ページ")},
+        {"cboMouseWheelClick", QStringLiteral("なし")},
+        {"cboMouse4thClick", QStringLiteral("前ページ")},
+        {"cboMouse5thClick", QStringLiteral("表示:見開き")},
+        {"cboMouseRightWheel", vRightWheel},
+    };
+    for (const auto& [control, action] : clicks)
+        mouse->CreateThread(QString::fromLatin1(control))->AddData(action, QStringLiteral("Text"));
 }
 
 } // namespace
@@ -53,6 +60,14 @@ protected:
                      {QStringLiteral("次ページ"), QStringLiteral("Multi:循環"), QStringLiteral("次ページ")});
         AddRow(Group(context.DetailSet, QStringLiteral("\\ポップアップメニュー\\")), QStringLiteral("livPMenuList"),
                QStringLiteral("次ページ"), {QStringLiteral("次へ"), QStringLiteral("N")});
+        // Through the settings file, as the program reads its bindings.
+        DataSaveLoadClass writer;
+        writer.SetData(context.DetailSet);
+        writer.Save(context.SettingsPath, QStringLiteral("DetailSet"));
+        context.DetailSet = std::make_shared<StructuredDataClass>();
+        DataSaveLoadClass reader;
+        reader.SetData(context.DetailSet);
+        reader.Load(context.SettingsPath, QStringLiteral("DetailSet"));
         frmMain& w = Window();
         w.InitialOpenFile(Tiff(QStringLiteral("a.tif"), vPages), true);
         w.activateWindow();
@@ -168,4 +183,15 @@ TEST_F(MainWindowInputTest, AGestureDoesNothingWhileThePageJumpDialogIsOpen)
     // Afterwards the tracker is back.
     Stroke({{300, 300}, {285, 301}, {260, 300}, {220, 302}});
     EXPECT_EQ(Now(), 2);
+}
+
+TEST_F(MainWindowInputTest, DoubleClicksAndSideButtonsRunTheirBindings)
+{
+    frmMain& w = Ready();
+    QTest::mouseDClick(Native(), Qt::LeftButton, {}, OnPage(200, 200));
+    EXPECT_EQ(Now(), 2);
+    QTest::mouseClick(Native(), Qt::XButton1, {}, OnPage(200, 200));
+    EXPECT_EQ(Now(), 1);
+    QTest::mouseClick(Native(), Qt::XButton2, {}, OnPage(200, 200));
+    EXPECT_EQ(w.WindowState()->DataValue(QStringLiteral("DOUBLE_DISP")), QStringLiteral("2"));
 }
