@@ -106,21 +106,6 @@ TEST_F(AcceleratorTest, EveryAutoRepeatFiresAgain)
     EXPECT_EQ(fired_.size(), 3);
 }
 
-TEST_F(AcceleratorTest, NothingFiresWhileAnotherWindowIsActive)
-{
-    keys_.SetAcceleratorKey(*KeyboardSettings({"F5"}));
-    QWidget other;
-    other.show();
-    Activate(other);
-    QTest::keyClick(Window(), Qt::Key_F5);
-    QTest::keyClick(other.windowHandle(), Qt::Key_F5);
-    EXPECT_TRUE(fired_.isEmpty());
-
-    Activate(main_);
-    QTest::keyClick(Window(), Qt::Key_F5);
-    EXPECT_EQ(Fired(), "F5");
-}
-
 TEST_F(AcceleratorTest, RegistrationsAreRebuiltAndLiftedWhole)
 {
     const SDC settings = KeyboardSettings({"F5", "Ctrl + F5"});
@@ -184,27 +169,6 @@ TEST_F(AcceleratorTest, CancelKeepsTheKeyAndAHitInsideAHitIsDropped)
     QTest::keyClick(Window(), Qt::Key_C);
     EXPECT_EQ(hits, 1);
     EXPECT_EQ(edit_.text(), "c");  // the inner press only, which nobody cancelled
-}
-
-TEST_F(AcceleratorTest, ButtonAndMenuTypesActOnEnabledTargetsOnly)
-{
-    ctlAccelerator& accel = keys_.ctlAccelerator1();
-    QPushButton button;
-    QAction item("開く");
-    const QSignalSpy clicks(&button, &QPushButton::clicked);
-    const QSignalSpy triggers(&item, &QAction::triggered);
-    accel.Add("Ctrl + B", 2, 66, ctlAccelerator::AccelButton, &button);
-    accel.Add("Ctrl + O", 2, 79, ctlAccelerator::AccelMenu, &item);
-    EXPECT_EQ(item.text(), "開く\tCtrl + O");
-
-    QTest::keyClick(Window(), Qt::Key_B, Qt::ControlModifier);
-    QTest::keyClick(Window(), Qt::Key_O, Qt::ControlModifier);
-    button.setEnabled(false);
-    item.setEnabled(false);
-    QTest::keyClick(Window(), Qt::Key_B, Qt::ControlModifier);
-    QTest::keyClick(Window(), Qt::Key_O, Qt::ControlModifier);
-    EXPECT_EQ(clicks.count(), 1);
-    EXPECT_EQ(triggers.count(), 1);
 }
 
 }  // namespace
