@@ -1,10 +1,6 @@
 // The store: operations over whole trees (copies, the list of all nodes, the text dump).
 #include "settings/StructuredDataClass.h"
 
-#include "settings/StructuredDataInternal.h"
-
-using namespace storedetail;
-
 // ---- whole-tree operations -----------------------------------------------------------------
 
 void StructuredDataClass::CloneInto(const StructuredDataClass& vSource, StructuredDataClass& vDestination)
