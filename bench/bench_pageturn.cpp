@@ -196,15 +196,3 @@ BENCHMARK(LoadConvertAndCopy)->Unit(benchmark::kMillisecond);
 BENCHMARK(LoadOnly)->Unit(benchmark::kMillisecond);
 BENCHMARK(FirstPaint)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);
 BENCHMARK(Repaint)->Unit(benchmark::kMillisecond);
-
-int main(int argc, char** argv)
-{
-    // The pane is a widget; the offscreen platform needs no display.
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}

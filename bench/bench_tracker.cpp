@@ -94,14 +94,3 @@ BENCHMARK(MoveThroughEmptyFilter);
 BENCHMARK(MoveThroughTracker);
 BENCHMARK(OtherEventThroughEmptyFilter);
 BENCHMARK(OtherEventThroughTracker);
-
-int main(int argc, char** argv)
-{
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QGuiApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
-}
