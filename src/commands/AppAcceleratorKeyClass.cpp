@@ -1,7 +1,8 @@
 #include "commands/AppAcceleratorKeyClass.h"
 
+#include "commands/AppCommandListClass.h"
 #include "commands/KeyCodeClass.h"
-#include "commands/SettingsThreads.h"
+#include "settings/SettingsThreads.h"
 
 AppAcceleratorKeyClass::AppAcceleratorKeyClass(QWidget* vOwner, KeyHandler vOnKey)
     : accelerator_(vOwner)
@@ -16,10 +17,10 @@ AppAcceleratorKeyClass::AppAcceleratorKeyClass(QWidget* vOwner, KeyHandler vOnKe
 void AppAcceleratorKeyClass::SetAcceleratorKey(const StructuredDataClass& vDetailSet)
 {
     RemoveAcceleratorKey();
-    if (!vDetailSet.Exists(KeyboardGroup))
+    if (!vDetailSet.Exists(AppCommandListClass::KeyboardGroup))
         return;
     const KeyCodeClass codes;
-    const SDC rows = settingsthreads::ListRows(vDetailSet.Thread(KeyboardGroup),
+    const SDC rows = settingsthreads::ListRows(vDetailSet.Thread(AppCommandListClass::KeyboardGroup),
                                                QStringLiteral("livShortCutKey"));
     for (const QString& key : rows->RefDataKey()) {
         const SDC row = rows->Thread(key);

@@ -14,7 +14,6 @@
 
 class AppAcceleratorKeyClass {
 public:
-    static inline const QString KeyboardGroup = QStringLiteral("\\キーボード\\");
     using KeyHandler = std::function<void(const QString& vKeyString)>;
 
     // vOnKey receives the registered key string of each hit, "Ctrl + Shift + A" as the options

@@ -2,7 +2,7 @@
 
 #include "commands/ActionCatalogue.h"
 #include "commands/AppArrangementClass.h"
-#include "commands/SettingsThreads.h"
+#include "settings/SettingsThreads.h"
 #include "commands/ViewerOperations.h"
 
 using settingsthreads::Child;

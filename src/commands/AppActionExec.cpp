@@ -2,7 +2,7 @@
 
 #include "commands/ActionCatalogue.h"
 #include "commands/AppActionClass.h"
-#include "commands/SettingsThreads.h"
+#include "settings/SettingsThreads.h"
 #include "commands/ViewerOperations.h"
 #include "support/CommonLibClass.h"
 #include "support/MessagePresenter.h"

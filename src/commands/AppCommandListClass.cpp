@@ -1,6 +1,6 @@
 #include "commands/AppCommandListClass.h"
 
-#include "commands/SettingsThreads.h"
+#include "settings/SettingsThreads.h"
 
 #include <array>
 #include <utility>

@@ -1,11 +1,11 @@
 #include "viewer/AppRulerCtrlClass.h"
 
+#include "settings/SettingsThreads.h"
 #include "support/AppError.h"
 #include "viewer/NumericText.h"
 #include "viewer/PagePane.h"
 
 #include <cmath>
-#include <limits>
 
 namespace {
 
@@ -24,24 +24,6 @@ double FloatOf(const QString& vText) { return static_cast<double>(vText.toFloat(
 
 int Pixel(double vValue) { return static_cast<int>(std::lround(vValue)); }
 
-qint32 Int32OfText(const QString& vText)
-{
-    const std::optional<double> value = WholeNumberOfText(vText);
-    if (!value)
-        throw AppError(AppError::TypeMismatch);
-    if (*value < std::numeric_limits<qint32>::min() || *value > std::numeric_limits<qint32>::max())
-        throw AppError(AppError::Overflow);
-    return static_cast<qint32>(*value);
-}
-
-QString SettingOf(const SDC& vGroup, const QString& vControl, const QString& vForm)
-{
-    const SDC control = vGroup->Thread(vControl);
-    if (!control)
-        throw AppError(AppError::ObjectNotSet);
-    return control->DataValue(vForm);
-}
-
 } // namespace
 
 AppRulerCtrlClass::AppRulerCtrlClass(QWidget* vForm)
@@ -56,8 +38,8 @@ void AppRulerCtrlClass::ReadSettings(const SDC& vDetailSet)
     if (!vDetailSet || !vDetailSet->Exists(kWindowGroup))
         return;
     const SDC group = vDetailSet->Thread(kWindowGroup);
-    const qint32 width = Int32OfText(SettingOf(group, QStringLiteral("txtRulerWidth"), QStringLiteral("Text")));
-    const qint32 color = Int32OfText(SettingOf(group, QStringLiteral("picRulerColor"), QStringLiteral("BackColor")));
+    const qint32 width = Int32OfText(settingsthreads::Setting(group, QStringLiteral("txtRulerWidth"), QStringLiteral("Text")));
+    const qint32 color = Int32OfText(settingsthreads::Setting(group, QStringLiteral("picRulerColor"), QStringLiteral("BackColor")));
     SetRulerWidth(width);
     SetRulerColor(color);
 }

@@ -3,6 +3,7 @@
 #include "settings/DataSaveLoadClass.h"
 #include "settings/IniFilePathClass.h"
 #include "support/AppError.h"
+#include "support/BusyCursor.h"
 #include "viewer/CommandLineClass.h"
 #include "viewer/frmMain.h"
 
@@ -12,31 +13,14 @@ namespace {
 
 const QString kStep = QStringLiteral("MarnoquillClass Class_Initialize ");
 
-// The hourglass from the first step until the window is about to load, also on a failure.
-struct StartCursor {
-    bool on = false;
-    void Set()
-    {
-        QApplication::setOverrideCursor(Qt::WaitCursor);
-        on = true;
-    }
-    void Reset()
-    {
-        if (on)
-            QApplication::restoreOverrideCursor();
-        on = false;
-    }
-    ~StartCursor() { Reset(); }
-};
-
 } // namespace
 
 MarnoquillClass::MarnoquillClass(const QStringList& vArguments) : context_(std::make_unique<AppContext>())
 {
     QString step = kStep + QStringLiteral("Start");
-    StartCursor cursor;
+    // The hourglass from the first step until the window is about to load, also on a failure.
+    BusyCursor cursor;
     try {
-        cursor.Set();
 
         step = kStep + QStringLiteral("INIファイルのパス取得");
         IniFilePathClass iniPath;

@@ -5,6 +5,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <string>
 
 std::optional<double> WholeNumberOfText(const QString& vText)
@@ -40,15 +41,24 @@ std::optional<double> WholeNumberOfText(const QString& vText)
     return std::nearbyint(negative ? -value : value);
 }
 
-qint16 Int16OfText(const QString& vText)
+namespace {
+
+template <class Int>
+Int IntOfText(const QString& vText)
 {
     const std::optional<double> value = WholeNumberOfText(vText);
     if (!value)
         throw AppError(AppError::TypeMismatch);
-    if (*value < -32768 || *value > 32767)
+    if (*value < std::numeric_limits<Int>::min() || *value > std::numeric_limits<Int>::max())
         throw AppError(AppError::Overflow);
-    return static_cast<qint16>(*value);
+    return static_cast<Int>(*value);
 }
+
+} // namespace
+
+qint16 Int16OfText(const QString& vText) { return IntOfText<qint16>(vText); }
+
+qint32 Int32OfText(const QString& vText) { return IntOfText<qint32>(vText); }
 
 QString StepNumberText(const QString& vText, int vDelta, double vLowest, double vHighest)
 {

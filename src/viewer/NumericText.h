@@ -17,6 +17,8 @@ std::optional<double> WholeNumberOfText(const QString& vText);
 // The same number as a 16-bit integer, as the window's settings and move amount are read:
 // AppError 13 for text that is no number, 6 for a number beyond 16 bits.
 qint16 Int16OfText(const QString& vText);
+// The same for a 32-bit integer.
+qint32 Int32OfText(const QString& vText);
 
 // The text of a small number box after one press of its up (vDelta 1) or down (-1) arrow: a
 // step within vLowest to vHighest; text that is no number becomes "1"; a number beyond 16 bits

@@ -5,6 +5,7 @@
 #include "document/DocuWorksClass.h"
 #include "settings/CtrlSaveLoadClass.h"
 #include "settings/DataSaveLoadClass.h"
+#include "settings/SettingsThreads.h"
 #include "support/AppError.h"
 #include "support/ProcessClass.h"
 #include "viewer/AppRulerCtrlClass.h"
@@ -21,15 +22,6 @@ namespace {
 
 const QString kLoadStep = QStringLiteral("frmMain Form_Load ");
 constexpr int kMinimumTwips = 4800;  // the window's smallest width and height
-
-// One step down the settings tree, as the settings readers always took it: an absent key is the
-// store's error, and a step from nothing is error 91, both ending the caller's step.
-SDC Child(const SDC& vNode, const QString& vKey)
-{
-    if (!vNode)
-        throw AppError(AppError::ObjectNotSet);
-    return vNode->Thread(vKey);
-}
 
 } // namespace
 
@@ -69,10 +61,7 @@ QString frmMain::WindowSetting(const QString& vControl, const QString& vForm) co
     const SDC& settings = context_.DetailSet;
     if (!settings->Exists(WindowGroup))
         return {};
-    const SDC control = Child(Child(settings, WindowGroup), vControl);
-    if (!control)
-        throw AppError(AppError::ObjectNotSet);
-    return control->DataValue(vForm);
+    return settingsthreads::Setting(settingsthreads::Child(settings, WindowGroup), vControl, vForm);
 }
 
 void frmMain::Load()
@@ -106,7 +95,8 @@ void frmMain::Load()
                 move(std::max(0, pos().x()), std::max(0, pos().y()));
                 resize(std::max(minimum, width()), std::max(minimum, height()));
             }
-            const SDC single = Child(Child(Child(settings, WindowGroup), QStringLiteral("chkWindowsDisp")),
+            const SDC single = settingsthreads::Child(settingsthreads::Child(settingsthreads::Child(settings, WindowGroup),
+                                                                   QStringLiteral("chkWindowsDisp")),
                                      QStringLiteral("0"));
             if (single && single->DataValue(QStringLiteral("Value")) == QLatin1String("True")) {
                 step = kLoadStep + QStringLiteral("UpdateDoubleDisp(1)");
@@ -148,7 +138,7 @@ void frmMain::ActiveMe()
     try {
         if (!context_.DetailSet->Exists(WindowGroup))
             return;
-        const SDC group = Child(context_.DetailSet, WindowGroup);
+        const SDC group = settingsthreads::Child(context_.DetailSet, WindowGroup);
         if (!group || !group->Exists(QStringLiteral("chkActiveForm")))
             return;
         const bool forced = WindowSetting(QStringLiteral("chkActiveForm"), QStringLiteral("Value")) != QLatin1String("0");

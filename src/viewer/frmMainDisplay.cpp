@@ -6,6 +6,7 @@
 #include "document/DocumentEngine.h"
 #include "document/XdwApi.h"
 #include "support/AppError.h"
+#include "support/BusyCursor.h"
 #include "viewer/NumericText.h"
 #include "viewer/PagePane.h"
 #include "viewer/TabStrip.h"
@@ -22,14 +23,6 @@ namespace {
 const QString kDispSize = QStringLiteral("DISPSIZE");
 const QString kDoubleDisp = QStringLiteral("DOUBLE_DISP");
 const QString kDispDirection = QStringLiteral("DISP_DIRECTION");
-
-// The hourglass for as long as a drawing runs, also when it fails half way.
-struct BusyCursor {
-    BusyCursor() { QApplication::setOverrideCursor(Qt::WaitCursor); }
-    ~BusyCursor() { QApplication::restoreOverrideCursor(); }
-    BusyCursor(const BusyCursor&) = delete;
-    BusyCursor& operator=(const BusyCursor&) = delete;
-};
 
 // The size codes, their captions and what they make of a pane.
 struct SizeCode {

@@ -14,12 +14,6 @@
 #include <QMouseEvent>
 #include <QStatusBar>
 
-namespace {
-
-const QString kGestureGroup = QStringLiteral("\\マウスジェスチャ\\");
-
-} // namespace
-
 void frmMain::CreateMouseEvents()
 {
     mcMouse_ = std::make_unique<clsMouseEvents>();
@@ -203,9 +197,9 @@ void frmMain::WheelMoveTab(qint16 vButton)
 bool frmMain::IsMouseGestureEnabled() const
 {
     const SDC& settings = context_.DetailSet;
-    if (dialogOpen_ || !settings->Exists(kGestureGroup))
+    if (dialogOpen_ || !settings->Exists(AppCommandListClass::GestureGroup))
         return false;
-    const SDC group = settings->Thread(kGestureGroup);
+    const SDC group = settings->Thread(AppCommandListClass::GestureGroup);
     const SDC check = group && group->Exists(QStringLiteral("chkMouseGesture"))
                           ? group->Thread(QStringLiteral("chkMouseGesture")) : nullptr;
     return check && check->DataValue(QStringLiteral("Value")) == QLatin1String("1");

@@ -1,4 +1,5 @@
 #include "commands/AppAcceleratorKeyClass.h"
+#include "commands/AppCommandListClass.h"
 #include "support/AppError.h"
 
 #include <QAction>
@@ -16,7 +17,7 @@ namespace {
 SDC KeyboardSettings(const QStringList& vKeyStrings)
 {
     auto settings = std::make_shared<StructuredDataClass>();
-    const SDC rows = settings->CreateThread(AppAcceleratorKeyClass::KeyboardGroup)
+    const SDC rows = settings->CreateThread(AppCommandListClass::KeyboardGroup)
                          ->CreateThread("livShortCutKey")
                          ->CreateThread("ListItem");
     for (const QString& key : vKeyStrings) {
@@ -124,7 +125,7 @@ TEST_F(AcceleratorTest, RegistrationsAreRebuiltAndLiftedWhole)
 
     // Only a hand-edited file has the group without its list.
     StructuredDataClass broken;
-    broken.CreateThread(AppAcceleratorKeyClass::KeyboardGroup);
+    broken.CreateThread(AppCommandListClass::KeyboardGroup);
     EXPECT_THROW(keys_.SetAcceleratorKey(broken), AppError);
 }
 

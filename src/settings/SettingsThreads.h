@@ -1,5 +1,5 @@
 #pragma once
-// Small readers of the settings tree shared by the trigger table and the action lists.
+// Small readers of the settings tree, shared by every part that reads a control's stored value.
 
 #include "settings/StructuredDataClass.h"
 #include "support/AppError.h"
@@ -24,6 +24,12 @@ inline SDC Child(const SDC& vParent, const QString& vKey)
 inline SDC ListRows(const SDC& vGroup, const QString& vList)
 {
     return Child(Child(vGroup, vList), QStringLiteral("ListItem"));
+}
+
+// The stored form vForm (such as "Text" or "Value") of control vControl in a settings group.
+inline QString Setting(const SDC& vGroup, const QString& vControl, const QString& vForm)
+{
+    return Child(vGroup, vControl)->DataValue(vForm);
 }
 
 } // namespace settingsthreads
