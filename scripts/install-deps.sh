@@ -6,9 +6,12 @@ set -euo pipefail
 packages=(
   build-essential cmake pkg-config
   qt6-base-dev libgl-dev
-  libtiff-dev libsqlite3-dev
+  libtiff-dev libsqlite3-dev liblhasa-dev
+  libqt6svg6 qt6-translations-l10n
   libgtest-dev libgmock-dev libbenchmark-dev
-  fonts-noto-cjk
+  fonts-noto-cjk fonts-ipafont
+  dbus-daemon dbus-bin
+  xdg-utils desktop-file-utils shared-mime-info
 )
 
 missing=()

@@ -6,7 +6,7 @@
 // saved, and RemoveAcceleratorKey around an automation call of an action.
 
 #include "commands/ctlAccelerator.h"
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <QStringList>
 

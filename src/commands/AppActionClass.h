@@ -4,7 +4,7 @@
 // string. This class offers the lists of names the options dialog shows, and turns a name into
 // an operation of the main window.
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <QString>
 

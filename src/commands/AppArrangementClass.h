@@ -5,7 +5,7 @@
 // decides what that means. The sibling itself is reached through a creator that whoever can
 // provide one installs; with none installed, creation fails, as it does where no sibling exists.
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <functional>
 #include <memory>

@@ -4,7 +4,7 @@
 // "Ctrl + Shift + A") to action name. Whoever catches a trigger looks it up here; a trigger
 // without an entry gives "", which the dispatcher ignores.
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <QString>
 

@@ -4,7 +4,7 @@
 // Windows build's, so a settings file moves between the two unchanged. The names and codes of
 // the last twelve rows are those of a Japanese 106-key keyboard.
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <QString>
 

@@ -15,7 +15,7 @@
 // The whole-file conversions (from images, merging, binders, protection) come with their
 // users; their settings and lists will be fields of this class.
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <QString>
 #include <QtGlobal>

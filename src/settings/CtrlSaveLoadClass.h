@@ -4,7 +4,7 @@
 // form (or one page); its thread "Form" holds the form's place and size in twips, the unit the
 // settings file shares with the Windows build.
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <QPointer>
 #include <QString>

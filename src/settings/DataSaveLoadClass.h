@@ -4,7 +4,7 @@
 // reads what we write. Saving replaces only its own section: every other section, comment lines
 // included, stays byte for byte where it was.
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <QString>
 #include <QStringList>

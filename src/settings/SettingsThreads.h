@@ -1,7 +1,7 @@
 #pragma once
 // Small readers of the settings tree, shared by every part that reads a control's stored value.
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 #include "support/AppError.h"
 
 #include <QString>

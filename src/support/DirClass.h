@@ -6,7 +6,7 @@
 // Operations on the system raise error 6800 (AppError::FileSystem) with the system's code
 // (errno) and its text in the description, so that a log shows which call failed on which path.
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <QString>
 #include <functional>

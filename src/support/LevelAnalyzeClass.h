@@ -4,7 +4,7 @@
 // quote-aware splitter and the settings paths read strings this way. A string whose markers
 // don't pair up is left alone, without an error, and the last tree stays.
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <QString>
 

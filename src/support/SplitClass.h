@@ -4,7 +4,7 @@
 // next cut, so a caller splits once and then reads the items by number. Bad input never raises:
 // an item that isn't there is "".
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <QList>
 #include <QString>

@@ -5,7 +5,7 @@
 
 #include "commands/AppActionClass.h"
 #include "commands/AppCommandListClass.h"
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 #include "support/CommonLibClass.h"
 
 #include <QString>

@@ -17,7 +17,7 @@
 // reading aid should be; its long side follows the page. RulerColor is a Windows colour number,
 // red in the low byte, as the settings file keeps it.
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <QObject>
 #include <QPointer>

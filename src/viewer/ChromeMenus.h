@@ -7,7 +7,7 @@
 // that two entries running the same action stay two buttons; the action name itself may hold a
 // ":" ("Read:...", "Brackenfold:..."), which is why the popup split is a separate one.
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <QList>
 #include <QString>

@@ -3,7 +3,7 @@
 // together again. Tokens are cut at blanks; a double-quoted stretch is one token, so names with
 // blanks survive. The quotes themselves are dropped, so a name can't carry one.
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <QString>
 #include <QStringList>

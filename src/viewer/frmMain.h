@@ -8,7 +8,7 @@
 
 #include "commands/AppAcceleratorKeyClass.h"
 #include "commands/ViewerOperations.h"
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 #include "viewer/AppContext.h"
 #include "viewer/AppFileClass.h"
 

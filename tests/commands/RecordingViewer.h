@@ -4,7 +4,7 @@
 
 #include "commands/ViewerOperations.h"
 #include "common/SettingsTree.h"
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 #include "support/AppError.h"
 
 #include <QStringList>

@@ -1,7 +1,7 @@
 #pragma once
 // Settings trees in the shape the options dialog stores them, for tests that bind actions.
 
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 #include <QStringList>
 

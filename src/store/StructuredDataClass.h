@@ -8,7 +8,7 @@
 // Nodes live in std::shared_ptr (make one with std::make_shared<StructuredDataClass>()): a child
 // is owned by its parent's entry, and its Parent is a weak link back.
 
-#include "settings/AnyRef.h"
+#include "store/AnyRef.h"
 
 #include <QHash>
 #include <QString>

@@ -1,7 +1,7 @@
 // The store: the walking cursor, deleting under it, and joining a node's entries.
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
-#include "settings/StructuredDataInternal.h"
+#include "store/StructuredDataInternal.h"
 
 using namespace storedetail;
 

@@ -1,7 +1,7 @@
 // The store: walking and making paths of nested nodes.
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
-#include "settings/StructuredDataInternal.h"
+#include "store/StructuredDataInternal.h"
 
 using namespace storedetail;
 

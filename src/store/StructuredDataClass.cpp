@@ -1,6 +1,6 @@
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
-#include "settings/StructuredDataInternal.h"
+#include "store/StructuredDataInternal.h"
 
 #include <utility>
 

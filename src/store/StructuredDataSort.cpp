@@ -1,7 +1,7 @@
 // The store: swapping and sorting entries in place.
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
-#include "settings/StructuredDataInternal.h"
+#include "store/StructuredDataInternal.h"
 
 using namespace storedetail;
 

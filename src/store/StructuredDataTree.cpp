@@ -1,5 +1,5 @@
 // The store: operations over whole trees (copies, the list of all nodes, the text dump).
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 
 // ---- whole-tree operations -----------------------------------------------------------------
 

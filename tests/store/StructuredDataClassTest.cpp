@@ -1,4 +1,4 @@
-#include "settings/StructuredDataClass.h"
+#include "store/StructuredDataClass.h"
 #include "support/AppError.h"
 
 #include <gtest/gtest.h>
