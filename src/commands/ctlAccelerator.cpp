@@ -3,7 +3,12 @@
 #include "commands/KeyEventCodes.h"
 
 #include <QAbstractButton>
+#include <QAbstractSpinBox>
 #include <QAction>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTextEdit>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QScopeGuard>
@@ -132,6 +137,20 @@ bool ctlAccelerator::KeyDown(qint32 vShift, qint16 vKeycode)
     return no > 0 && Perform(Record(records_[no - 1]));
 }
 
+// Where the user types, a bound key still fires but the text box gets the key as well, so the
+// arrows and BackSpace keep editing the move amount. Anywhere else the key was meant for the
+// binding alone: handed on, Right would also switch the tab of a focused tab strip.
+bool ctlAccelerator::FocusTakesText()
+{
+    QWidget* focus = QApplication::focusWidget();
+    if (!focus)
+        return false;
+    if (auto* combo = qobject_cast<QComboBox*>(focus))
+        return combo->isEditable();
+    return qobject_cast<QLineEdit*>(focus) || qobject_cast<QAbstractSpinBox*>(focus) ||
+           qobject_cast<QTextEdit*>(focus) || qobject_cast<QPlainTextEdit*>(focus);
+}
+
 bool ctlAccelerator::Perform(const Record& vRecord)
 {
     switch (vRecord.AccelType) {
@@ -139,7 +158,7 @@ bool ctlAccelerator::Perform(const Record& vRecord)
         bool cancel = false;
         if (handler_)
             handler_(vRecord.Key, vRecord.Shift, vRecord.Keycode, cancel);
-        return cancel;
+        return cancel || !FocusTakesText();
     }
     case AccelButton:
         if (auto* button = qobject_cast<QAbstractButton*>(vRecord.Target.data());

@@ -42,7 +42,7 @@ public:
     };
 
     // Type 0 hits: the record's key, mask and code. Setting vCancel keeps the key press from the
-    // window; left alone, the focused control gets the key as well.
+    // window; left alone, the key goes on only to a focused text box.
     using Handler =
         std::function<void(const QString& vKey, qint32 vShift, qint16 vKeycode, bool& vCancel)>;
 
@@ -76,6 +76,7 @@ protected:
 
 private:
     static QString PropertyName(qint32 vShift, qint16 vKeycode);
+    static bool FocusTakesText();
     int IndexOfKey(const QString& vKey) const;
     bool OwnerIsActive(QObject* vReceiver) const;
     bool Perform(const Record& vRecord);

@@ -37,8 +37,8 @@ const QHash<QString, Operation>& PlainOperations()
         {QStringLiteral("TOOL_OPTION"), &frmMain::OptionWindowOpen},
         {QStringLiteral("HELP_INDEX"), &frmMain::DispHelp},
         {QStringLiteral("HELP_VERSION"), &frmMain::DispVersion},
-        // FOLDER_OPEN, ADD_H_RULER, ADD_V_RULER and DELL_RULER call the folder reading and the
-        // rulers; their buttons stay greyed until those arrive.
+        {QStringLiteral("DELL_RULER"), &frmMain::DeleteAllRuler},
+        // FOLDER_OPEN calls the folder reading; its button stays greyed until that arrives.
     };
     return operations;
 }
@@ -64,6 +64,10 @@ void frmMain::OnButtonPress(const QString& vKey)
         SetPaintSizeMode(ButtonArgument(vKey));
     else if (operation == QLatin1String("DOUBLE_DISP"))
         SetDoubleDisp(ButtonArgument(vKey));
+    else if (operation == QLatin1String("ADD_H_RULER"))
+        AddRuler(0);
+    else if (operation == QLatin1String("ADD_V_RULER"))
+        AddRuler(1);
 
     // A popup entry names an action, which runs through the action dispatcher.
     if (const std::optional<QString> action = PopupActionOfKey(vKey)) {

@@ -51,7 +51,16 @@ bool frmMain::PaneMouseEvent(PagePane* vPane, QMouseEvent* vEvent)
 {
     if (dialogOpen_)
         return false;
-    const int button = vEvent->button() == Qt::LeftButton ? 1 : vEvent->button() == Qt::RightButton ? 2 : 4;
+    // The panes report the left, right and middle buttons only, as the page control always did;
+    // the side buttons reach the program through the tracker alone.
+    int button = 0;
+    switch (vEvent->button()) {
+    case Qt::LeftButton: button = 1; break;
+    case Qt::RightButton: button = 2; break;
+    case Qt::MiddleButton: button = 4; break;
+    case Qt::NoButton: break;  // a move
+    default: return true;
+    }
     switch (vEvent->type()) {
     case QEvent::MouseButtonPress:
         PaneMouseDown(vPane, button, vEvent->position());
@@ -103,8 +112,10 @@ void frmMain::PaneMouseUp(PagePane* vPane, int vButton)
 void frmMain::mouseReleaseEvent(QMouseEvent* vEvent)
 {
     QMainWindow::mouseReleaseEvent(vEvent);
-    // Beside the pages a right click always opens the popup menu, stroke or not.
-    if (!dialogOpen_ && vEvent->button() == Qt::RightButton)
+    // Beside the pages a right click always opens the popup menu, stroke or not. A release that
+    // a child control (the tab strip, a bar) let pass up is not one on the window itself: the tab
+    // strip shows its own menu.
+    if (!dialogOpen_ && vEvent->button() == Qt::RightButton && !childAt(vEvent->position().toPoint()))
         ShowPopupMenu(vEvent->globalPosition().toPoint().x(), vEvent->globalPosition().toPoint().y());
 }
 
@@ -149,9 +160,14 @@ void frmMain::mcMouse_MouseWheelRotate(qint16 vButton, qint32)
     if (dialogOpen_ || tabMain_->Count() < 1 || !mcMouse_ || !mcMouse_->RightButton())
         return;
     const QString use = context_.ActionOf(AppCommandListClass::MouseRightWheel);
+    if (use != AppActionClass::WheelMoveTab && use != AppActionClass::WheelMovePage)
+        return;
+    // Turning the wheel with the right button held is a stroke of its own: the release that ends
+    // it is not a right click, and must not open the popup menu.
+    gestureDone_ = true;
     if (use == AppActionClass::WheelMoveTab)
         WheelMoveTab(vButton);
-    else if (use == AppActionClass::WheelMovePage)
+    else
         WheelMovePage(vButton);
 }
 

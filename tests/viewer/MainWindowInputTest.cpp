@@ -10,6 +10,7 @@
 #include <QAction>
 #include <QMenu>
 #include <QPushButton>
+#include <QTabBar>
 #include <QTest>
 #include <QTimer>
 #include <QWheelEvent>
@@ -51,6 +52,7 @@ protected:
         AddRow(keys, QStringLiteral("livShortCutKey"), QStringLiteral("表示:見開き"), {QStringLiteral("Shift + 1")});
         AddRow(keys, QStringLiteral("livShortCutKey"), QStringLiteral("Multi:二つ進む"), {QStringLiteral("Ctrl + M")});
         AddRow(keys, QStringLiteral("livShortCutKey"), QStringLiteral("Multi:途中で失敗"), {QStringLiteral("Ctrl + F")});
+        AddRow(keys, QStringLiteral("livShortCutKey"), QStringLiteral("次ページ"), {QStringLiteral("Right")});
         AddComposite(context.DetailSet, QStringLiteral("Multi:二つ進む"),
                      {QStringLiteral("次ページ"), QStringLiteral("次ページ"), QStringLiteral("表示:見開き")});
         // A composite that reaches itself fails when the stack runs out; the step after it in
@@ -194,4 +196,67 @@ TEST_F(MainWindowInputTest, DoubleClicksAndSideButtonsRunTheirBindings)
     EXPECT_EQ(Now(), 1);
     QTest::mouseClick(Native(), Qt::XButton2, {}, OnPage(200, 200));
     EXPECT_EQ(w.WindowState()->DataValue(QStringLiteral("DOUBLE_DISP")), QStringLiteral("2"));
+}
+
+TEST_F(MainWindowInputTest, ABoundKeyIsTheBindingsAloneButAUnboundKeyGoesOn)
+{
+    frmMain& w = Ready();
+    w.InitialOpenFile(Tiff(QStringLiteral("b.tif"), 5), false);
+    auto* strip = w.tabMain()->findChild<QTabBar*>();
+    ASSERT_TRUE(strip);
+    strip->setFocus();
+    QTest::keyClick(Native(), Qt::Key_Right);
+    EXPECT_EQ(w.tabMain()->SelectedIndex(), 0);  // the strip never saw it
+    EXPECT_EQ(Now(), 2);
+    strip->setCurrentIndex(1);
+    QTest::keyClick(Native(), Qt::Key_Left);  // bound to nothing: the strip's own key
+    EXPECT_EQ(w.tabMain()->SelectedIndex(), 0);
+
+    // In the move amount the bound key fires and still moves the cursor; typing goes on.
+    w.txtSkipPage()->setFocus();
+    w.txtSkipPage()->setText(QStringLiteral("1"));
+    w.txtSkipPage()->setCursorPosition(0);
+    QTest::keyClick(Native(), Qt::Key_Right);
+    EXPECT_EQ(Now(), 3);
+    EXPECT_EQ(w.txtSkipPage()->cursorPosition(), 1);
+    QTest::keyClick(Native(), Qt::Key_Backspace);
+    QTest::keyClick(Native(), Qt::Key_2);
+    EXPECT_EQ(w.txtSkipPage()->text(), QStringLiteral("2"));
+}
+
+TEST_F(MainWindowInputTest, OnlyAPlainRightClickOpensThePopupMenu)
+{
+    frmMain& w = Ready();
+    const QPoint at = OnPage(200, 200);
+    QTest::mouseClick(Native(), Qt::RightButton, {}, at);
+    ASSERT_TRUE(w.PopupMenu()->isVisible());  // the control: this is how the menu shows
+    w.PopupMenu()->hide();
+
+    QTest::mouseClick(Native(), Qt::XButton1, {}, at);
+    QTest::mouseClick(Native(), Qt::XButton2, {}, at);
+    EXPECT_FALSE(w.PopupMenu()->isVisible()) << "side buttons";
+    EXPECT_EQ(Now(), 1);  // they ran their bindings: back from 1 stays 1, then the spread
+    EXPECT_EQ(w.WindowState()->DataValue(QStringLiteral("DOUBLE_DISP")), QStringLiteral("2"));
+
+    // The wheel with the right button held turns a page; letting go is no click.
+    QTest::mouseClick(Native(), Qt::RightButton, {}, at);  // a plain click sets the skip turn
+    w.PopupMenu()->hide();
+    QTest::mousePress(Native(), Qt::RightButton, {}, at);
+    for (int notch = 0; notch < 4; ++notch) {
+        QWheelEvent wheel(at, Native()->mapToGlobal(at), QPoint(), QPoint(0, -120), Qt::RightButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(Native(), &wheel);
+    }
+    QTest::mouseRelease(Native(), Qt::RightButton, {}, at);
+    EXPECT_EQ(Now(), 3);
+    EXPECT_FALSE(w.PopupMenu()->isVisible()) << "right button and wheel";
+
+    // A right click on a tab shows the tab menu alone.
+    auto* strip = w.tabMain()->findChild<QTabBar*>();
+    const QPoint onTab = strip->mapTo(&w, strip->tabRect(0).center());
+    QTest::mouseClick(Native(), Qt::RightButton, {}, onTab);
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(w.TabMenu()->isVisible());
+    EXPECT_FALSE(w.PopupMenu()->isVisible()) << "right click on a tab";
+    w.TabMenu()->hide();
 }
