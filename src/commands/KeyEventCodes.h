@@ -3,18 +3,28 @@
 //
 // Qt names the character a key produced, so a shifted key arrives as its shifted symbol: Shift
 // with 1 is Qt::Key_Exclam. A binding names the key, not the character, so the symbol has to be
-// taken back to its key. Where the event carries an X key code (xcb and Wayland both deliver
-// evdev + 8 as the native scan code), the key is known by its place: the digit row, and the yen
-// and ro keys, which the Japanese layout both lets type a backslash. Otherwise the symbol is
-// read as a Japanese 106-key keyboard types it, the keyboard whose key names the table uses.
-// The native virtual key does not help here: on Linux it is the keysym of the character already
-// shifted.
+// taken back to its key, and to the code the Windows build gets for that key on the same
+// layout: there the punctuation keys are coded by place through the layout's table, so the key
+// right of L is 187 on a Japanese keyboard and 186 on a US one although both type ";". Where the
+// event carries an X key code (xcb and Wayland both deliver evdev + 8 as the native scan code),
+// the key is known by its place and coded from the table of the layout in use. The layout is
+// learnt from the keys themselves: most punctuation keys type different symbols on the two
+// layouts, so the last such key pressed tells which one is in use; until one is, the system's
+// language decides. Without a place the symbol is read as that layout types it. The native
+// virtual key does not help: on Linux it is the keysym of the character already shifted.
 
 #include <QtGlobal>
 
 class QKeyEvent;
 
 namespace keyeventcodes {
+
+// The two layouts whose codes the Windows build's key table was written for.
+enum class Layout { Japanese, Us };
+
+Layout KeyboardLayout();
+// Set when the layout is known otherwise (tests, a setting); later keys may still correct it.
+void SetKeyboardLayout(Layout vLayout);
 
 // The table's code of the key pressed, 0 for a key it cannot name.
 qint16 VirtualKeyCode(const QKeyEvent& vEvent);

@@ -1,5 +1,6 @@
 #include "commands/AppAcceleratorKeyClass.h"
 #include "commands/AppCommandListClass.h"
+#include "commands/KeyEventCodes.h"
 #include "support/AppError.h"
 
 #include <QAction>
@@ -33,6 +34,8 @@ class AcceleratorTest : public ::testing::Test {
 protected:
     void SetUp() override
     {
+        // The symbols below are read as the Japanese keyboard types them.
+        keyeventcodes::SetKeyboardLayout(keyeventcodes::Layout::Japanese);
         main_.show();
         Activate(main_);
         edit_.setFocus();

@@ -58,6 +58,7 @@ qint16 CodeOf(int vKey, Qt::KeyboardModifiers vModifiers = {}, quint32 vScanCode
 
 TEST(KeyEventCodesTest, KeysArriveAsTheTableCodes)
 {
+    keyeventcodes::SetKeyboardLayout(keyeventcodes::Layout::Japanese);
     const Qt::KeyboardModifiers pad = Qt::KeypadModifier, shift = Qt::ShiftModifier;
     const std::vector<std::tuple<int, Qt::KeyboardModifiers, int>> keys = {
         {Qt::Key_A, Qt::ControlModifier, 65}, {Qt::Key_7, {}, 55}, {Qt::Key_F12, {}, 123},
@@ -81,6 +82,7 @@ TEST(KeyEventCodesTest, KeysArriveAsTheTableCodes)
 
 TEST(KeyEventCodesTest, AKnownPlaceOutweighsTheSymbol)
 {
+    keyeventcodes::SetKeyboardLayout(keyeventcodes::Layout::Japanese);
     // Shift with 2 types "@" on a US layout: the key is still the 2.
     EXPECT_EQ(CodeOf(Qt::Key_At, Qt::ShiftModifier, 11), 50);
     EXPECT_EQ(CodeOf(Qt::Key_ParenRight, Qt::ShiftModifier, 19), 48);
