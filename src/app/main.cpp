@@ -9,8 +9,5 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("Marnoquill"));
     QApplication::setOrganizationName(QStringLiteral("Ombrelark"));
     QApplication::setApplicationVersion(QStringLiteral(MARNOQUILL_VERSION));
-    MarnoquillClass marnoquill(QApplication::arguments());
-    if (!marnoquill.MainForm())
-        return 1;
-    return QApplication::exec();
+    return MarnoquillClass::Serve(QApplication::arguments());
 }

@@ -69,8 +69,10 @@ void CtrlSaveLoadClass::SaveValue(const QString& vGroupName)
     };
     put(QStringLiteral("Top"), form_->pos().y());
     put(QStringLiteral("Left"), form_->pos().x());
-    put(QStringLiteral("Height"), form_->height());
-    put(QStringLiteral("Width"), form_->width());
+    // The outer size, frame included, as the Windows build keeps it; a window whose frame the
+    // desktop hasn't told yet counts as frameless.
+    put(QStringLiteral("Height"), form_->frameGeometry().height());
+    put(QStringLiteral("Width"), form_->frameGeometry().width());
     // Values of individual controls are written by the options pages, which bring their types.
 }
 
@@ -87,12 +89,15 @@ void CtrlSaveLoadClass::LoadValue(const QString& vGroupName)
     const double twips = TwipsPerPixel(form_);
     double top = form_->pos().y() * twips;
     double left = form_->pos().x() * twips;
-    double height = form_->height() * twips;
-    double width = form_->width() * twips;
+    double height = form_->frameGeometry().height() * twips;
+    double width = form_->frameGeometry().width() * twips;
     ReadMeasure(geometry, QStringLiteral("Top"), top);
     ReadMeasure(geometry, QStringLiteral("Left"), left);
     ReadMeasure(geometry, QStringLiteral("Height"), height);
     ReadMeasure(geometry, QStringLiteral("Width"), width);
     form_->move(static_cast<int>(std::lround(left / twips)), static_cast<int>(std::lround(top / twips)));
-    form_->resize(static_cast<int>(std::lround(width / twips)), static_cast<int>(std::lround(height / twips)));
+    // The stored size is the outer one; the frame, where already known, comes off it.
+    const QSize frame = form_->frameGeometry().size() - form_->size();
+    form_->resize(static_cast<int>(std::lround(width / twips)) - frame.width(),
+                  static_cast<int>(std::lround(height / twips)) - frame.height());
 }

@@ -73,6 +73,19 @@ MarnoquillClass::~MarnoquillClass()
 
 frmMain* MarnoquillClass::MainForm() const { return form_.data(); }
 
+frmMain& MarnoquillClass::Form() const
+{
+    if (!form_)
+        throw AppError(AppError::ObjectNotSet);
+    return *form_;
+}
+
+int MarnoquillClass::Serve(const QStringList& vArguments)
+{
+    MarnoquillClass marnoquill(vArguments);
+    return QApplication::exec();
+}
+
 void MarnoquillClass::ExecCommandLine(const QStringList& vArguments)
 {
     if (vArguments.size() < 2 || !form_)
@@ -84,8 +97,8 @@ void MarnoquillClass::ExecCommandLine(const QStringList& vArguments)
 
 void MarnoquillClass::FileOpen(const QString& vFileName, bool vSelected)
 {
-    form_->InitialOpenFile(vFileName, vSelected);
-    form_->ActiveMe();
+    Form().InitialOpenFile(vFileName, vSelected);
+    Form().ActiveMe();
 }
 
 void MarnoquillClass::ManyFileOpen(const QStringList& vFiles)
@@ -93,17 +106,19 @@ void MarnoquillClass::ManyFileOpen(const QStringList& vFiles)
     auto files = std::make_shared<StructuredDataClass>();
     for (const QString& path : vFiles)
         files->AddData(path);
-    form_->ManyFileOpen(files);
+    Form().ManyFileOpen(files);
     files->Clear();
-    form_->ActiveMe();
+    Form().ActiveMe();
 }
 
 // The keyboard accelerators are off while the action runs, since an action may open a dialog.
 void MarnoquillClass::ExecAction(const QString& vAction)
 {
-    form_->RemoveAcceleratorKey();
+    Form().RemoveAcceleratorKey();
+    if (!context_->Action)
+        throw AppError(AppError::ObjectNotSet);
     context_->Action->ExecAction(vAction);
-    form_->SetAcceleratorKey();
+    Form().SetAcceleratorKey();
 }
 
 QString MarnoquillClass::GetFileNameOfSelectedTab() const

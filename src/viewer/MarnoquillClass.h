@@ -24,6 +24,11 @@ public:
     void ExecAction(const QString& vAction);
     QString GetFileNameOfSelectedTab() const;
 
+    // The process's life: start-up, then serving until the main window closes. A start-up step
+    // that fails has shown its message, and the process stays up with what was built, so that
+    // a caller that made it can still reach it.
+    static int Serve(const QStringList& vArguments);
+
     frmMain* MainForm() const;
     AppContext& Context() { return *context_; }
     // The step at which start-up stopped, "" when it went through.
@@ -31,6 +36,8 @@ public:
 
 private:
     void ExecCommandLine(const QStringList& vArguments);
+    // The main window, or 91 when start-up stopped before it was made.
+    frmMain& Form() const;
 
     std::unique_ptr<AppContext> context_;
     QPointer<frmMain> form_;

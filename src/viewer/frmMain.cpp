@@ -12,7 +12,9 @@
 #include "viewer/PagePane.h"
 #include "viewer/TabStrip.h"
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QWindow>
 #include <QLineEdit>
 #include <QStatusBar>
 
@@ -43,6 +45,8 @@ frmMain::frmMain(AppContext& vContext, QWidget* vParent) : QMainWindow(vParent),
     connect(tabMain_, &TabStrip::TabClicked, this, &frmMain::OnTabClicked);
     connect(tabMain_, &TabStrip::SelectionChanged, this, &frmMain::OnTabSelectionChanged);
     connect(tabMain_, &TabStrip::CloseRequested, this, &frmMain::OnTabCloseRequested);
+
+    connect(qApp, &QGuiApplication::focusWindowChanged, this, &frmMain::OnFocusWindowChanged);
 
     keys_ = std::make_unique<AppAcceleratorKeyClass>(this, [this](const QString& vKeyString) { RunTrigger(vKeyString); });
 }
@@ -94,6 +98,9 @@ void frmMain::Load()
                 const int minimum = static_cast<int>(std::lround(kMinimumTwips / twips));
                 move(std::max(0, pos().x()), std::max(0, pos().y()));
                 resize(std::max(minimum, width()), std::max(minimum, height()));
+                // The frame is known only once the desktop has framed the window.
+                if (settings->ThreadOfPath(QStringLiteral("\\FormSet\\Form\\")) && frameGeometry().size() == size())
+                    pendingOuterSize_ = size();
             }
             const SDC single = settingsthreads::Child(settingsthreads::Child(settingsthreads::Child(settings, WindowGroup),
                                                                    QStringLiteral("chkWindowsDisp")),
@@ -173,6 +180,48 @@ void frmMain::showEvent(QShowEvent* vEvent)
         shownOnce_ = true;
         ActiveMe();
     }
+}
+
+// The window's activate event: it comes when the window becomes the program's active one again
+// from another of its windows, a dialog closing say, and brings the window forward as a call from
+// outside does. Coming back from another program is not such an event, nor is a popup menu
+// closing, which never took the activation.
+void frmMain::OnFocusWindowChanged(QWindow* vNow)
+{
+    // The window active before, passing over the moment between two windows when none is.
+    if (!vNow)
+        return;
+    QWindow* before = lastFocusWindow_;
+    lastFocusWindow_ = vNow;
+    if (vNow != windowHandle() || !before || before == vNow)
+        return;
+    if (before->type() == Qt::Popup || before->type() == Qt::ToolTip)
+        return;
+    ActiveMe();
+}
+
+// The saved size is the outer one. A window restored before the desktop framed it was given
+// that size as its inside; once the frame is known it comes off, so that the window doesn't
+// grow by its frame at every start. Without a frame by the time the window is activated, the
+// window is taken as frameless.
+bool frmMain::event(QEvent* vEvent)
+{
+    const bool handled = QMainWindow::event(vEvent);
+    const QEvent::Type type = vEvent->type();
+    if (pendingOuterSize_.isValid() && (type == QEvent::Move || type == QEvent::Resize
+                                         || type == QEvent::Show || type == QEvent::WindowActivate)) {
+        const QSize frame = frameGeometry().size() - size();
+        if (size() != pendingOuterSize_) {
+            pendingOuterSize_ = QSize();  // sized otherwise since: that size stands
+        } else if (!frame.isNull()) {
+            const QSize outer = pendingOuterSize_;
+            pendingOuterSize_ = QSize();
+            resize(outer - frame);
+        } else if (type == QEvent::WindowActivate) {
+            pendingOuterSize_ = QSize();
+        }
+    }
+    return handled;
 }
 
 void frmMain::changeEvent(QEvent* vEvent)

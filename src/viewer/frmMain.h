@@ -30,6 +30,7 @@ class QLineEdit;
 class QMenu;
 class QMenuBar;
 class QToolBar;
+class QWindow;
 class TabStrip;
 
 class frmMain : public QMainWindow, public ViewerOperations {
@@ -118,6 +119,7 @@ public:
     double TwipsPerPixel() const;
 
 protected:
+    bool event(QEvent* vEvent) override;
     void closeEvent(QCloseEvent* vEvent) override;
     void resizeEvent(QResizeEvent* vEvent) override;
     void changeEvent(QEvent* vEvent) override;
@@ -133,6 +135,7 @@ private:
     void SaveMemoryOfDetailSet(const QString& vName);
     void LoadMemoryOfDetailSet(const QString& vName);
     void EndActiveMe();
+    void OnFocusWindowChanged(QWindow* vNow);
 
     // ---- tabs (frmMainTabs.cpp)
     bool IsFileOpened(const QString& vPath) const;
@@ -208,6 +211,8 @@ private:
     bool reading_ = false;
     bool activeMeBusy_ = false;
     bool shownOnce_ = false;
+    QPointer<QWindow> lastFocusWindow_;
+    QSize pendingOuterSize_;  // a saved outer size waiting for the frame to be known
     int lastWidth_ = 0;   // to tell a true size change from any other resize
     int lastHeight_ = 0;
 

@@ -112,12 +112,13 @@ void frmMain::UpdateStatusBar()
         CommonLibClass::PanelTextOut(statusBar(), 3, QStringLiteral("0Files"));
         return;
     }
+    // The count is that of the tabs, also while a tab whose file never opened is the chosen one;
+    // such a tab has no pages to number.
     const std::shared_ptr<AppFileClass> file = SelectedFile();
-    if (!file)
-        return;  // a tab whose file never opened: the panels keep what they show
     CommonLibClass::PanelTextOut(statusBar(), 2,
-                                 QString::number(file->NowPage()) + QLatin1Char('/') +
-                                     QString::number(file->TotalPage()));
+                                 file ? QString::number(file->NowPage()) + QLatin1Char('/') +
+                                            QString::number(file->TotalPage())
+                                      : QString());
     CommonLibClass::PanelTextOut(statusBar(), 3, QString::number(count) + QStringLiteral("Files"));
 }
 

@@ -48,8 +48,10 @@ TEST_F(MainWindowTest, SettingsAreSavedOnlyFromTheNormalWindowState)
     const SDC geometry = saved->ThreadOfPath(QStringLiteral("\\FormSet\\Form\\"));
     ASSERT_TRUE(geometry);
     const double twips = again.TwipsPerPixel();
-    EXPECT_EQ(geometry->DataValue(QStringLiteral("Width")).toInt(), qRound(640 * twips));
-    EXPECT_EQ(geometry->DataValue(QStringLiteral("Height")).toInt(), qRound(480 * twips));
+    // The outer size, frame included.
+    ASSERT_GT(again.frameGeometry().width(), 640);
+    EXPECT_EQ(geometry->DataValue(QStringLiteral("Width")).toInt(), qRound(again.frameGeometry().width() * twips));
+    EXPECT_EQ(geometry->DataValue(QStringLiteral("Height")).toInt(), qRound(again.frameGeometry().height() * twips));
     EXPECT_TRUE(saved->Exists(frmMain::WindowGroup));
 }
 

@@ -144,4 +144,20 @@ TEST_F(MainWindowTest, AFileThatCannotBeShownLeavesNoRecord)
     w.NextPage();
     w.SelectedTabUpdate();
     EXPECT_EQ(w.SelectedFile(), nullptr);
+
+    // Good files opened behind the chosen broken one: the count is that of the tabs, and the
+    // broken tab numbers no pages.
+    w.InitialOpenFile(Tiff(QStringLiteral("a.tif"), 3), false);
+    w.InitialOpenFile(Tiff(QStringLiteral("b.tif"), 2), false);
+    EXPECT_EQ(Tabs(), 4);
+    EXPECT_EQ(Panel(3), QStringLiteral("4Files"));
+    EXPECT_EQ(Panel(2), QString());
+    w.NextTab();
+    w.NextTab();
+    EXPECT_EQ(Panel(2), QStringLiteral("1/3"));
+    w.NextTab();
+    EXPECT_EQ(Panel(2), QStringLiteral("1/2"));
+    w.tabMain()->findChild<QTabBar*>()->setCurrentIndex(0);  // as a click chooses it
+    EXPECT_EQ(Panel(2), QString());
+    EXPECT_EQ(Panel(3), QStringLiteral("4Files"));
 }
