@@ -99,6 +99,7 @@ private:
         QSize clientSize;     // the client size it was made for (magnified copies only)
         int scaling = -1;
         int gamma = -1;
+        double ratio = 0;     // device pixels per pixel of the screen it was made for
         bool reduced = false;
         bool valid = false;
     };
@@ -107,9 +108,9 @@ private:
     void UpdateLayout();        // scale, painted size and scroll bar ranges
     QPoint Origin() const;      // client position of the bitmap's (0, 0)
     const ScaledCopy& CurrentCopy();
-    void BuildReducedCopy();
-    void BuildMagnifiedCopy();
-    void Remember(bool vReduced);
+    void BuildReducedCopy(double vRatio);
+    void BuildMagnifiedCopy(double vRatio);
+    void Remember(bool vReduced, double vRatio);
 
     QImage picture_;         // what is painted from
     bool sixteenBit_ = false;
