@@ -1,4 +1,4 @@
-// Page panes on a screen that scales by 2 (this program runs with QT_SCALE_FACTOR=2): pages are
+// Page panes on a screen that scales by 2 (this program sets QT_SCALE_FACTOR=2): pages are
 // painted at device pixels, so nothing of the page is lost to a copy at the widget's own size
 // and blown up, while every size and position the program keeps stays in the widget's pixels.
 #include "viewer/PagePane.h"
@@ -7,6 +7,9 @@
 #include <gtest/gtest.h>
 
 namespace {
+
+// Before main makes the application: the scale is the process's, fixed at its start.
+const bool scaled = qputenv("QT_SCALE_FACTOR", "2");
 
 // One-pixel stripes, black on even columns: any pass through a coarser copy blurs or loses them.
 QImage Stripes(QSize vSize)
@@ -24,7 +27,8 @@ class PagePaneHiDpi : public ::testing::Test {
 protected:
     void SetUp() override
     {
-        ASSERT_EQ(qApp->devicePixelRatio(), 2.0) << "run with QT_SCALE_FACTOR=2";
+        ASSERT_TRUE(scaled);
+        ASSERT_EQ(qApp->devicePixelRatio(), 2.0);
         pane_.setFrameShape(QFrame::NoFrame);
         pane_.resize(400, 600);
         pane_.SetBitmap(Stripes(QSize(800, 1200)));
