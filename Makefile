@@ -14,8 +14,10 @@ configure: deps
 build: configure
 	cmake --build $(BUILD) -j $(JOBS)
 
-# Without ARGS, the sample documents are written and opened.
-run: build
+# Without ARGS, the sample documents are written and opened. Only what runs is built: the
+# viewer (with its default settings) and the sample writer, not the tests or benchmarks.
+run: configure
+	cmake --build $(BUILD) -j $(JOBS) --target marnoquill marnoquill_samples
 	@if [ -n "$(ARGS)" ]; then ./$(BUILD)/marnoquill $(ARGS); \
 	else ./$(BUILD)/marnoquill_samples $(BUILD)/samples >/dev/null && \
 	     ./$(BUILD)/marnoquill $(BUILD)/samples/*.tif; fi
