@@ -1,7 +1,7 @@
 // What the bar buttons do, the popup menu a user builds in the options, the status bar, and the
 // help, version and settings-folder commands.
 
-#include "support/AppError.h"
+#include "support/DesktopOpener.h"
 #include "viewer/ChromeMenus.h"
 #include "viewer/NumericText.h"
 #include "viewer/TabStrip.h"
@@ -47,6 +47,15 @@ const QHash<QString, Operation>& PlainOperations()
 // stepped back towards it. A number beyond 16 bits can't be stepped at all and stays.
 constexpr double kSkipPageMin = 1;
 constexpr double kSkipPageMax = 9999;
+
+// Without the desktop's opener (or when it fails) the user is told what to open by hand.
+const QString kHelpNotOpened = QStringLiteral("ヘルプを開けませんでした。次のファイルをブラウザで開いてください。\n");
+const QString kFolderNotOpened = QStringLiteral("設定ファイルのフォルダを開けませんでした。次のフォルダを開いてください。\n");
+
+void OpenOrName(const QString& vPath, const QString& vMessage)
+{
+    desktopopener::Open(vPath, [text = vMessage + vPath] { CommonLibClass::WorningMsgBox(text); });
+}
 
 } // namespace
 
@@ -142,7 +151,7 @@ void frmMain::SkipPageDown()
 
 void frmMain::DispHelp()
 {
-    CommonLibClass::QuickOpen(QCoreApplication::applicationDirPath() + QStringLiteral("/Marnoquill.html"));
+    OpenOrName(QCoreApplication::applicationDirPath() + QStringLiteral("/Marnoquill.html"), kHelpNotOpened);
 }
 
 void frmMain::DispVersion()
@@ -159,11 +168,7 @@ void frmMain::DispVersion()
 
 void frmMain::OpenIniFolder()
 {
-    try {
-        CommonLibClass::ExploreOpen(CommonLibClass::GetPathFromFullPath(Context().SettingsPath));
-    } catch (const AppError&) {
-        // Nothing to tell: the folder simply doesn't open.
-    }
+    OpenOrName(CommonLibClass::GetPathFromFullPath(Context().SettingsPath), kFolderNotOpened);
 }
 
 void frmMain::OptionWindowOpen()
