@@ -1,5 +1,6 @@
 // The program's entry: the application object does the whole start-up in its constructor.
 #include "viewer/MarnoquillClass.h"
+#include "viewer/QtTranslations.h"
 
 #include <QApplication>
 
@@ -9,6 +10,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("Marnoquill"));
     QApplication::setOrganizationName(QStringLiteral("Ombrelark"));
     QApplication::setApplicationVersion(QStringLiteral(MARNOQUILL_VERSION));
+    InstallQtJapanese(app);
     MarnoquillClass marnoquill(QApplication::arguments());
     if (!marnoquill.MainForm())
         return 1;
