@@ -1,4 +1,5 @@
 // The program's entry: the application object does the whole start-up in its constructor.
+#include "viewer/ChromeIcons.h"
 #include "viewer/MarnoquillClass.h"
 #include "viewer/QtTranslations.h"
 
@@ -10,6 +11,7 @@ int main(int argc, char** argv)
     QApplication::setApplicationName(QStringLiteral("Marnoquill"));
     QApplication::setOrganizationName(QStringLiteral("Ombrelark"));
     QApplication::setApplicationVersion(QStringLiteral(MARNOQUILL_VERSION));
+    QApplication::setWindowIcon(ApplicationIcon());
     InstallQtJapanese(app);
     MarnoquillClass marnoquill(QApplication::arguments());
     if (!marnoquill.MainForm())
