@@ -21,7 +21,9 @@ void Open(const QString& vPath, const std::function<void()>& vOnFailure)
     process->setProgram(program);
     process->setArguments({vPath});
     process->setStandardInputFile(QProcess::nullDevice());
-    process->setStandardOutputFile(QProcess::nullDevice());
+    // What the opened program says goes where ours goes; kept in a pipe, it would pile up in
+    // memory for as long as that program runs.
+    process->setProcessChannelMode(QProcess::ForwardedChannels);
     QObject::connect(process, &QProcess::finished, process,
                      [process, onFailure = vOnFailure](int vExitCode, QProcess::ExitStatus vStatus) {
                          if ((vStatus != QProcess::NormalExit || vExitCode != 0) && onFailure)

@@ -104,8 +104,8 @@ TEST(ShippedSettings, IsCodePage932WithCrLfAndAnHonestLineCount)
 
 TEST(ShippedSettings, IsExactlyWhatTheWriterMakesOfIt)
 {
-    // Saving what was read gives the same bytes: the first save of a user who changes nothing
-    // writes the file the program shipped, only elsewhere.
+    // Saving what was read gives the same bytes: nothing in the source is lost on reading or
+    // laid out otherwise than the program itself writes it.
     QTemporaryDir dir;
     const QString copy = dir.filePath(QStringLiteral("Marnoquill.ini"));
     DataSaveLoadClass io;

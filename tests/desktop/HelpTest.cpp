@@ -55,11 +55,3 @@ TEST(Help, StarterBindingsAreThoseOfTheShippedSettings)
     // Nothing bound that the help keeps quiet about (the five mouse words stand beside).
     EXPECT_EQ(table->Count(), keys.size() + gestures.size() + 5);
 }
-
-TEST(Help, SaysTheOpenDialogTakesOneFileAndTiffEndingsAreNotOpened)
-{
-    const QString help = HelpText();
-    EXPECT_FALSE(help.contains(QStringLiteral("複数選択")));
-    EXPECT_TRUE(help.contains(QStringLiteral("選べるのは1つのファイルだけ")));
-    EXPECT_TRUE(help.contains(QStringLiteral("<code>.tiff</code> で終わるファイルは開きません")));
-}
