@@ -8,11 +8,11 @@
 int main(int argc, char** argv)
 {
     QApplication app(argc, argv);
+    QApplication::setWindowIcon(ApplicationIcon());
+    InstallQtJapanese(app);
     QApplication::setApplicationName(QStringLiteral("Marnoquill"));
     QApplication::setOrganizationName(QStringLiteral("Ombrelark"));
     QApplication::setApplicationVersion(QStringLiteral(MARNOQUILL_VERSION));
-    QApplication::setWindowIcon(ApplicationIcon());
-    InstallQtJapanese(app);
     MarnoquillClass marnoquill(QApplication::arguments());
     if (!marnoquill.MainForm())
         return 1;
