@@ -1,12 +1,13 @@
 // What the bar buttons do, the popup menu a user builds in the options, the status bar, and the
 // help, version and settings-folder commands.
 
-#include "support/DesktopOpener.h"
+#include "support/AppError.h"
 #include "viewer/ChromeMenus.h"
 #include "viewer/NumericText.h"
 #include "viewer/TabStrip.h"
 #include "viewer/frmAbout.h"
 #include "viewer/frmMain.h"
+#include "support/DesktopOpener.h"  // the help and the settings folder go to the desktop's opener
 
 #include <QCoreApplication>
 #include <QLineEdit>
