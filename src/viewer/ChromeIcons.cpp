@@ -1,40 +1,47 @@
 #include "viewer/ChromeIcons.h"
 
-#include <QApplication>
-#include <QStyle>
-
 namespace {
 
 struct IconSource {
-    const char* Key;
+    const char* Key;        // icon key, or the key of a button that has its own picture
     const char* ThemeName;  // freedesktop icon naming
-    QStyle::StandardPixmap Fallback;
+    const char* Own;        // our picture in the resource folder ":/icons"
 };
 
 constexpr IconSource kIcons[] = {
-    {"FILE01_16", "text-x-generic", QStyle::SP_FileIcon},
-    {"FILE02_16", "x-office-document", QStyle::SP_FileIcon},
-    {"OPENFOLDER_16", "folder-open", QStyle::SP_DirOpenIcon},
-    {"RIGHTLEFT_16", "format-text-direction-rtl", QStyle::SP_ArrowBack},
-    {"UPDATE_16", "view-refresh", QStyle::SP_BrowserReload},
-    {"OPTION_16", "preferences-system", QStyle::SP_FileDialogDetailedView},
-    {"WINDOWCLOSE01_16", "window-close", QStyle::SP_DialogCloseButton},
-    {"HELP01_16", "help-contents", QStyle::SP_DialogHelpButton},
-    {"INFO_16", "help-about", QStyle::SP_MessageBoxInformation},
-    {"WINDOWCLOSE03_16", "tab-close", QStyle::SP_TitleBarCloseButton},
+    {"PREV_PAGE", "go-previous", "go-previous"},
+    {"NEXT_PAGE", "go-next", "go-next"},
+    {"FILE01_16", "text-x-generic", "document"},
+    {"FILE02_16", "document-open", "document-open"},
+    {"OPENFOLDER_16", "folder-open", "folder-open"},
+    {"RIGHTLEFT_16", "format-text-direction-rtl", "text-direction-rtl"},
+    {"UPDATE_16", "view-refresh", "view-refresh"},
+    {"OPTION_16", "preferences-system", "preferences"},
+    {"WINDOWCLOSE01_16", "window-close", "window-close"},
+    {"HELP01_16", "help-contents", "help-contents"},
+    {"INFO_16", "help-about", "help-about"},
+    {"WINDOWCLOSE03_16", "tab-close", "tab-close"},
 };
+
+QIcon Themed(const char* vThemeName, const char* vOwn)
+{
+    return QIcon::fromTheme(QLatin1String(vThemeName),
+                            QIcon(QStringLiteral(":/icons/") + QLatin1String(vOwn) + QStringLiteral(".svg")));
+}
 
 } // namespace
 
-QIcon ChromeIcon(const QString& vKey)
+QIcon ChromeIcon(const QString& vKey, const QString& vButtonKey)
 {
-    for (const IconSource& source : kIcons) {
-        if (vKey != QLatin1String(source.Key))
+    for (const QString& key : {vButtonKey, vKey}) {
+        if (key.isEmpty())
             continue;
-        const QIcon themed = QIcon::fromTheme(QLatin1String(source.ThemeName));
-        if (!themed.isNull())
-            return themed;
-        return QApplication::style()->standardIcon(source.Fallback);
+        for (const IconSource& source : kIcons) {
+            if (key == QLatin1String(source.Key))
+                return Themed(source.ThemeName, source.Own);
+        }
     }
     return {};
 }
+
+QIcon ApplicationIcon() { return Themed("marnoquill", "marnoquill"); }

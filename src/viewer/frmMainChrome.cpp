@@ -99,7 +99,7 @@ void frmMain::CreateCommandBar()
         auto* action = new QAction(Text(vDef.Caption), this);
         action->setObjectName(key);
         if (*vDef.Icon)
-            action->setIcon(ChromeIcon(Text(vDef.Icon)));
+            action->setIcon(ChromeIcon(Text(vDef.Icon), key));
         connect(action, &QAction::triggered, this, [this, key] { OnButtonPress(key); });
         buttons_.insert(key, action);
         return action;

@@ -7,6 +7,7 @@
 #include "viewer/TabStrip.h"
 #include "viewer/frmAbout.h"
 #include "viewer/frmMain.h"
+#include "support/DesktopOpener.h"  // the help and the settings folder go to the desktop's opener
 
 #include <QCoreApplication>
 #include <QLineEdit>
@@ -47,6 +48,15 @@ const QHash<QString, Operation>& PlainOperations()
 // stepped back towards it. A number beyond 16 bits can't be stepped at all and stays.
 constexpr double kSkipPageMin = 1;
 constexpr double kSkipPageMax = 9999;
+
+// Without the desktop's opener (or when it fails) the user is told what to open by hand.
+const QString kHelpNotOpened = QStringLiteral("ヘルプを開けませんでした。次のファイルをブラウザで開いてください。\n");
+const QString kFolderNotOpened = QStringLiteral("設定ファイルのフォルダを開けませんでした。次のフォルダを開いてください。\n");
+
+void OpenOrName(const QString& vPath, const QString& vMessage)
+{
+    desktopopener::Open(vPath, [text = vMessage + vPath] { CommonLibClass::WorningMsgBox(text); });
+}
 
 } // namespace
 
@@ -147,7 +157,7 @@ void frmMain::SkipPageDown()
 
 void frmMain::DispHelp()
 {
-    CommonLibClass::QuickOpen(QCoreApplication::applicationDirPath() + QStringLiteral("/Marnoquill.html"));
+    OpenOrName(QCoreApplication::applicationDirPath() + QStringLiteral("/Marnoquill.html"), kHelpNotOpened);
 }
 
 void frmMain::DispVersion()
@@ -164,11 +174,7 @@ void frmMain::DispVersion()
 
 void frmMain::OpenIniFolder()
 {
-    try {
-        CommonLibClass::ExploreOpen(CommonLibClass::GetPathFromFullPath(Context().SettingsPath));
-    } catch (const AppError&) {
-        // Nothing to tell: the folder simply doesn't open.
-    }
+    OpenOrName(CommonLibClass::GetPathFromFullPath(Context().SettingsPath), kFolderNotOpened);
 }
 
 void frmMain::OptionWindowOpen()
