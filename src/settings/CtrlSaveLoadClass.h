@@ -8,7 +8,8 @@
 // writes: QLineEdit "TextBox", QComboBox "ComboBox", QListWidget "ListBox", QCheckBox "CheckBox",
 // QRadioButton "OptionButton", QGroupBox "Frame", QTabBar "TabStrip", QTreeWidget "ListView" and
 // ColorSwatch "PictureBox". A control array is several widgets of one objectName, each with an
-// int property "Index"; a list box whose property "Style" is 1 is a check list.
+// int property "Index"; a list box whose property "Style" is 1 is a check list, and a list view
+// whose property "Checkboxes" is true shows the stored ticks.
 
 #include "store/StructuredDataClass.h"
 

@@ -143,7 +143,8 @@ void LoadListView(QTreeWidget* vView, const SDC& vThread, double vTwips)
             continue;
         auto* item = new QTreeWidgetItem(vView);
         item->setText(0, row->DataValue(kText));
-        if (row->Exists(QStringLiteral("Checked")))
+        // Only a list view with check boxes shows them; elsewhere a check state would draw one.
+        if (vView->property("Checkboxes").toBool() && row->Exists(QStringLiteral("Checked")))
             item->setCheckState(0, IsTrue(row->DataValue(QStringLiteral("Checked"))) ? Qt::Checked : Qt::Unchecked);
         if (const SDC sub = Sub(row, kSubItem)) {
             for (qint16 c = 1; c <= sub->Count(); ++c)

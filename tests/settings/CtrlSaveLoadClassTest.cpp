@@ -64,6 +64,7 @@ struct Form {
         tab->addTab(QStringLiteral("一"));
         tab->addTab(QStringLiteral("二"));
         tab->setCurrentIndex(1);
+        liv->setProperty("Checkboxes", true);
         liv->setHeaderLabels({QStringLiteral("動作"), QStringLiteral("キー")});
         liv->header()->resizeSection(0, 100);
         liv->header()->resizeSection(1, 50);
