@@ -281,7 +281,7 @@ void frmOption::livReadFolder_Click(QTreeWidgetItem* vItem)
 {
     Edit(this, "txtReadSetName")->setText(vItem->text(0));
     Edit(this, "txtReadFolder")->setText(vItem->text(1));
-    Ctl<QCheckBox>(QStringLiteral("chkReadLowerFolder"))->setChecked(vItem->text(2) == QLatin1String("する"));
+    Ctl<QCheckBox>(QStringLiteral("chkReadLowerFolder"))->setChecked(vItem->text(2) == QStringLiteral("する"));
     Edit(this, "txtReadFile")->setText(vItem->text(3));
 }
 
