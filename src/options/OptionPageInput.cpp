@@ -90,6 +90,7 @@ QWidget* frmOption::BuildKeyboardPage()
     key->setMaxVisibleItems(20);
     auto* keyRow = new QHBoxLayout;
     keyRow->addWidget(key);
+    keyRow->addSpacing(8);
     for (const auto& [name, caption] : {std::pair{"chkShortCutKeyCtrl", "Ctrl"}, std::pair{"chkShortCutKeyShift", "Shift"},
                                         std::pair{"chkShortCutKeyAlt", "Alt"}}) {
         auto* check = Named<QCheckBox>(page, name);

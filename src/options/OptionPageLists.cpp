@@ -42,21 +42,25 @@ QWidget* frmOption::BuildMultiPage()
     QVBoxLayout* v = Page(page, "複合動作設定");
     QGridLayout* g = Fields(v);
     auto* name = Named<QLineEdit>(page, "txtMultiActionMultiActionName");
+    QPushButton* multiAdd = Button(page, "cmdMultiActionMultiActionAdd", "登録");
     g->addWidget(Label(page, "複合動作名"), 0, 0);
-    g->addWidget(name, 0, 1, 1, 2);
+    g->addWidget(name, 0, 1);
+    g->addWidget(multiAdd, 0, 2);
     auto* action = Named<QComboBox>(page, "cboMultiActionAction");
     action->setMinimumWidth(200);
-    g->addWidget(Label(page, "動作"), 1, 0);
-    g->addWidget(action, 1, 1, 1, 2);
-
     QPushButton* stepAdd = Button(page, "cmdMultiActionActionAdd", "追加");
+    g->addWidget(Label(page, "動作"), 1, 0);
+    g->addWidget(action, 1, 1);
+    g->addWidget(stepAdd, 1, 2);
+    g->setColumnStretch(1, 1);
+    g->setColumnStretch(2, 0);
+
     QPushButton* stepDel = Button(page, "cmdMultiActionActionDel", "削除");
     QPushButton* stepAll = Button(page, "cmdMultiActionActionAllDel", "全削除");
-    QPushButton* multiAdd = Button(page, "cmdMultiActionMultiActionAdd", "登録");
     QPushButton* multiDel = Button(page, "cmdMultiActionMultiActionDel", "削除");
     auto* steps = new QHBoxLayout;
     steps->addWidget(ListView(page, "livMultiActionAction", {QStringLiteral("動作")}, {200}), 1);
-    steps->addLayout(Buttons({stepAdd, stepDel, stepAll, multiAdd}));
+    steps->addLayout(Buttons({stepDel, stepAll}));
     v->addLayout(steps, 1);
     auto* names = new QHBoxLayout;
     QTreeWidget* multi = ListView(page, "livMultiActionMultiAction", {QStringLiteral("複合動作")}, {200});
@@ -137,7 +141,7 @@ QWidget* frmOption::BuildPopupPage()
     auto* rows = new QHBoxLayout;
     rows->addWidget(ListView(page, "livPMenuList",
                              {QStringLiteral("動作"), QStringLiteral("表示名"), QStringLiteral("ショートカットキー")},
-                             {160, 130, 100}),
+                             {130, 120, 110}),
                     1);
     rows->addLayout(Buttons({add, remove, up, down}));
     v->addLayout(rows, 1);

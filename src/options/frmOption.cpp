@@ -30,7 +30,7 @@ constexpr double kOpenWidthTwips = 9480;
 constexpr double kOpenHeightTwips = 6900;
 constexpr double kPagesMinWidthTwips = 7335;
 constexpr double kPagesMinHeightTwips = 6375;
-constexpr int kTreeWidthPixels = 125;
+constexpr int kTreeWidthPixels = 145;
 
 const OptionPage& PageOf(int vImage) { return kOptionPages.at(static_cast<size_t>(vImage - 1)); }
 
@@ -73,6 +73,7 @@ void frmOption::BuildFrame()
     TreeView1_->setObjectName(QStringLiteral("TreeView1"));
     TreeView1_->setHeaderHidden(true);
     TreeView1_->setRootIsDecorated(false);
+    TreeView1_->setStyleSheet(QStringLiteral("QTreeView::item { padding: 3px 2px; }"));
     left->addWidget(TreeView1_);
     ctlSplitter1_->NewChild(picLeft_);
     ctlSplitter1_->SetMinWidth(90);
