@@ -30,7 +30,7 @@ constexpr double kOpenWidthTwips = 9480;
 constexpr double kOpenHeightTwips = 6900;
 constexpr double kPagesMinWidthTwips = 7335;
 constexpr double kPagesMinHeightTwips = 6375;
-constexpr int kTreeWidthPixels = 145;
+constexpr int kTreeWidthPixels = 140;
 
 const OptionPage& PageOf(int vImage) { return kOptionPages.at(static_cast<size_t>(vImage - 1)); }
 
@@ -138,8 +138,8 @@ void frmOption::LoadForm()
     ShowPage(TreeView1_->topLevelItem(0));
 
     FillDropDowns();
-    CommonLibClass::CenteringFormOfOwner(this, owner_);
     UpdateMinimumSize();
+    CommonLibClass::CenteringFormOfOwner(this, owner_);
 }
 
 int frmOption::CurrentImage() const
@@ -242,8 +242,17 @@ void frmOption::cmdSave_Click()
 
 void frmOption::cmdCancel_Click() { reject(); }
 
+// The bar has its place only once the dialog is laid out for showing.
+void frmOption::showEvent(QShowEvent* vEvent)
+{
+    QDialog::showEvent(vEvent);
+    UpdateMinimumSize();
+}
+
 void frmOption::UpdateMinimumSize()
 {
-    const double tree = clsSizing::TwipsOfPixels(this, ctlSplitter1_->FirstSize());
+    // Before the first showing the bar stands nowhere yet; the tree will get its planned width.
+    const int treePixels = isVisible() ? ctlSplitter1_->FirstSize() : kTreeWidthPixels;
+    const double tree = clsSizing::TwipsOfPixels(this, treePixels);
     clsSizing::SetMinimumTwips(this, tree + kPagesMinWidthTwips, kPagesMinHeightTwips);
 }

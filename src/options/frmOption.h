@@ -48,6 +48,9 @@ public:
     void cmdSave_Click();
     void cmdCancel_Click();
 
+protected:
+    void showEvent(QShowEvent* vEvent) override;
+
 private:
     // ---- the frame (frmOption.cpp)
     void BuildFrame();

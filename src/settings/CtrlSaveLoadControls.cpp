@@ -86,6 +86,19 @@ QStringList ComboItems(const QComboBox* vCombo)
     return items;
 }
 
+// A column keeps the width in twips it was read with while nobody resized it, so that a width
+// the Windows build wrote in odd twips survives a round through whole pixels.
+constexpr int kLoadedWidthRole = Qt::UserRole + 2;  // (twips, pixels) as read
+
+QString WidthTwips(const QTreeWidget* vView, int vColumn, double vTwips)
+{
+    const int pixels = vView->header()->sectionSize(vColumn);
+    const QVariant loaded = vView->headerItem()->data(vColumn, kLoadedWidthRole);
+    if (loaded.isValid() && loaded.toPoint().y() == pixels)
+        return QString::number(loaded.toPoint().x());
+    return QString::number(std::lround(pixels * vTwips));
+}
+
 void SaveListView(const QTreeWidget* vView, const SDC& vThread, double vTwips)
 {
     const SDC items = Fresh(vThread, kListItem);
@@ -105,8 +118,7 @@ void SaveListView(const QTreeWidget* vView, const SDC& vThread, double vTwips)
         const SDC column = headers->CreateThread();
         column->AddData(head->data(c, Qt::UserRole).toString(), QStringLiteral("Key"));
         column->AddData(head->text(c), kText);
-        column->AddData(QString::number(std::lround(vView->header()->sectionSize(c) * vTwips)),
-                        QStringLiteral("Width"));
+        column->AddData(WidthTwips(vView, c, vTwips), QStringLiteral("Width"));
         // 0 left, 1 right, 2 centred, as the Windows list view numbers them.
         const Qt::Alignment a = Qt::Alignment(head->textAlignment(c)) & Qt::AlignHorizontal_Mask;
         const int alignment = a == Qt::AlignRight ? 1 : a == Qt::AlignHCenter ? 2 : 0;
@@ -127,7 +139,9 @@ void LoadListView(QTreeWidget* vView, const SDC& vThread, double vTwips)
             const int at = c - 1;
             head->setData(at, Qt::UserRole, column->DataValue(QStringLiteral("Key")));
             head->setText(at, column->DataValue(kText));
-            vView->header()->resizeSection(at, std::lround(Int16(column->DataValue(QStringLiteral("Width"))) / vTwips));
+            const qint16 width = Int16(column->DataValue(QStringLiteral("Width")));
+            vView->header()->resizeSection(at, static_cast<int>(std::lround(width / vTwips)));
+            head->setData(at, kLoadedWidthRole, QPoint(width, vView->header()->sectionSize(at)));
             const qint16 alignment = Int16(column->DataValue(QStringLiteral("Alignment")));
             head->setTextAlignment(at, alignment == 1 ? Qt::AlignRight : alignment == 2 ? Qt::AlignHCenter : Qt::AlignLeft);
             head->setData(at, Qt::UserRole + 1, Int16(column->DataValue(QStringLiteral("Icon"))));

@@ -7,6 +7,7 @@
 #include "support/Cp932.h"
 
 #include <QRadioButton>
+#include <QSplitter>
 #include <QStackedLayout>
 
 namespace {
@@ -43,6 +44,12 @@ TEST_F(OptionsTest, TreeHoldsTheEightPagesInOrder)
                                   "ポップアップメニュー"}));
     EXPECT_EQ(keys, QStringList({"\\ウインドウ\\", "\\マウス\\", "\\マウスジェスチャ\\", "\\キーボード\\", "\\動作\\",
                                  "\\複合動作\\", "\\読み込み\\", "\\ポップアップメニュー\\"}));
+    // The pages need 7335 by 6375 twips beside the tree, whatever width the bar gives it.
+    auto* splitter = d.findChild<QSplitter*>(QStringLiteral("ctlSplitter1"));
+    EXPECT_EQ(d.minimumSize(), QSize(splitter->sizes().first() + 489, 425));
+    splitter->setSizes({200, 10000});
+    Q_EMIT splitter->splitterMoved(200, 1);
+    EXPECT_EQ(d.minimumWidth(), 200 + 489);
     // Each node shows its own page, headed by its caption.
     const char* captions[] = {"ウインドウ設定", "マウス設定", "マウスジェスチャ設定", "キーボード設定", "動作設定",
                               "複合動作設定", "読み込み設定", "ポップアップメニュー設定"};

@@ -206,6 +206,15 @@ TEST(CtrlSaveLoadClass, LoadsEveryControlTypeBack)
     EXPECT_EQ(g.liv->topLevelItem(0)->text(1), QStringLiteral("Ctrl + J"));
     EXPECT_EQ(g.liv->topLevelItem(0)->checkState(0), Qt::Checked);
     EXPECT_EQ(g.liv->header()->sectionSize(1), 50);
+
+    // A width in twips that is no whole number of pixels is written back as it was read.
+    const SDC columns = binder.Data()->Thread(QStringLiteral("G"))->Thread(QStringLiteral("livRows"))->Thread(QStringLiteral("ColumnHeader"));
+    columns->Thread(QStringLiteral("2"))->SetDataValue(QStringLiteral("Width"), QStringLiteral("1000"));
+    loader.LoadValue(QStringLiteral("G"));
+    EXPECT_EQ(g.liv->header()->sectionSize(1), 67);
+    loader.SaveValue(QStringLiteral("G"));
+    EXPECT_EQ(binder.Data()->ThreadOfPath(QStringLiteral("\\G\\livRows\\ColumnHeader\\2\\"))->DataValue(QStringLiteral("Width")),
+              QStringLiteral("1000"));
     EXPECT_EQ(g.pic->BackColor(), 65280);
 }
 

@@ -2,11 +2,7 @@
 // bindings work at once in the same window, with no restart.
 #include "MainWindowFixture.h"
 
-#include "commands/clsMouseEvents.h"
 #include "options/frmOption.h"
-#include "support/Cp932.h"
-
-#include "common/TestFiles.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -100,30 +96,4 @@ TEST_F(MainWindowOptionsTest, NewKeyAndGestureWorkTheMomentTheyAreSaved)
         QTest::mouseMove(Native(), OnPage(p.x(), p.y()));
     QTest::mouseRelease(Native(), Qt::RightButton, {}, OnPage(stroke.last().x(), stroke.last().y()));
     EXPECT_EQ(Tabs(), 1);
-}
-
-// Opened and saved with nothing changed, the dialog writes back the very bytes it read.
-TEST_F(MainWindowOptionsTest, SavingUnchangedKeepsTheFile)
-{
-    AddWindowGroup(context.DetailSet);
-    Window();
-    const auto visitAllAndSave = [](frmOption& d) {
-        for (const char* node : {"マウス", "マウスジェスチャ", "キーボード", "動作", "複合動作", "読み込み",
-                                 "ポップアップメニュー", "ウインドウ"})
-            Page(d, QString::fromUtf8(node));
-        QTest::mouseClick(d.Ctl<QPushButton>(QStringLiteral("cmdSave")), Qt::LeftButton);
-    };
-    InOptions(visitAllAndSave);
-    const QByteArray first = testfiles::ReadBytes(context.SettingsPath);
-    ASSERT_FALSE(first.isEmpty());
-    InOptions(visitAllAndSave);
-    EXPECT_EQ(Cp932::Decode(testfiles::ReadBytes(context.SettingsPath)).toStdString(), Cp932::Decode(first).toStdString());
-
-    // A cancel leaves the file alone too.
-    InOptions([](frmOption& d) {
-        Page(d, QStringLiteral("動作"));
-        Click(d.Ctl<QCheckBox>(QStringLiteral("chkActArrangement")));
-        QTest::mouseClick(d.Ctl<QPushButton>(QStringLiteral("cmdCancel")), Qt::LeftButton);
-    });
-    EXPECT_EQ(testfiles::ReadBytes(context.SettingsPath), first);
 }
