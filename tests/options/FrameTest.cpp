@@ -277,3 +277,18 @@ TEST_F(OptionsTest, SaveWithoutChangesKeepsTheFileByteForByte)
                   ->DataValue(QStringLiteral("Text")));
     EXPECT_EQ(commands->CommandList()->DataValue(QStringLiteral("第4クリック")), QStringLiteral("次ページ"));
 }
+
+// A file that can't be written is told, and the new settings are in force all the same.
+TEST_F(OptionsTest, UnwritableFileIsToldAndTheSettingsStillApply)
+{
+    path = dir.filePath(QStringLiteral("missing/folder/Marnoquill.ini"));
+    Open();
+    Page("キーボード");
+    Choose("cboShortCutKey", QStringLiteral("J"));
+    Click("cmdShortCutKeyAdd");
+    Click("cmdSave");
+    EXPECT_EQ(shown.Count(), 1);
+    EXPECT_TRUE(LastMessage().contains(QStringLiteral(" : "))) << LastMessage().toStdString();
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_FALSE(commands->CommandList()->DataValue(QStringLiteral("J")).isEmpty());
+}
