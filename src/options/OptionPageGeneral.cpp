@@ -115,8 +115,8 @@ QWidget* frmOption::BuildWindowPage()
     activeRow->addStretch(1);
     v->addLayout(activeRow);
     v->addStretch(1);
-    connect(sort, &QCheckBox::toggled, this, &frmOption::ApplySortEnabling);
-    connect(active, &QCheckBox::toggled, this, &frmOption::ApplySortEnabling);
+    connect(sort, &QCheckBox::toggled, this, &frmOption::ApplyEnabling);
+    connect(active, &QCheckBox::toggled, this, &frmOption::ApplyEnabling);
     return page;
 }
 
@@ -195,7 +195,7 @@ void frmOption::AfterLoad(int vImage)
 {
     switch (vImage) {
     case 1:
-        ApplySortEnabling();
+        ApplyEnabling();
         break;
     case 3:
         RebuildTable(gestureTable_, Ctl<QTreeWidget>(QStringLiteral("livMouseGesture")), true);
@@ -211,7 +211,7 @@ void frmOption::AfterLoad(int vImage)
     }
 }
 
-void frmOption::ApplySortEnabling()
+void frmOption::ApplyEnabling()
 {
     const bool sort = Ctl<QCheckBox>(QStringLiteral("chkWindowSort"))->isChecked();
     for (const char* name : {"optWindowSortTarget", "optWindowSortMode"}) {

@@ -76,7 +76,8 @@ private:
     QWidget* BuildPopupPage();
 
     // ---- the window page
-    void ApplySortEnabling();
+    // The sort options follow chkWindowSort, the time chkActiveForm.
+    void ApplyEnabling();
     void picRulerColor_Click();
 
     // ---- gestures and keys (OptionPageInput.cpp)

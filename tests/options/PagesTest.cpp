@@ -239,3 +239,20 @@ TEST_F(OptionsTest, PopupRows)
     ASSERT_EQ(rows->Count(), 2);
     EXPECT_EQ(rows->ThreadOfNumber(2)->Thread(QStringLiteral("SubItem"))->GetAllDataValue(), QStringLiteral("次ページ,N"));
 }
+
+// Rows read from the settings count for the duplicate tests as soon as their page is shown.
+TEST_F(OptionsTest, StoredBindingsAreKnownToTheirPages)
+{
+    const SDC keys = detailSet->CreateThread(QStringLiteral("\\キーボード\\"));
+    const SDC row = keys->CreateThread(QStringLiteral("livShortCutKey"))->CreateThread(QStringLiteral("ListItem"))->CreateThread();
+    row->AddData(QStringLiteral("前ページ"), QStringLiteral("Text"));
+    row->CreateThread(QStringLiteral("SubItem"))->AddData(QStringLiteral("Ctrl + J"));
+    Open();
+    Page("キーボード");
+    EXPECT_EQ(Rows("livShortCutKey", 1), QStringList{QStringLiteral("Ctrl + J")});
+    Choose("cboShortCutKey", QStringLiteral("J"));
+    QTest::mouseClick(C<QCheckBox>("chkShortCutKeyCtrl"), Qt::LeftButton, {}, QPoint(5, 5));
+    EXPECT_EQ(C<QLabel>("lblShortCutKeyDone")->text(), QStringLiteral("前ページ"));
+    Click("cmdShortCutKeyAdd");
+    EXPECT_EQ(LastMessage(), QStringLiteral("既にキーが登録されています。"));
+}
