@@ -7,6 +7,8 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QLineEdit>
+#include <QMenu>
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
@@ -78,10 +80,16 @@ TEST_F(MainWindowOptionsTest, NewKeyAndGestureWorkTheMomentTheyAreSaved)
         QTest::mouseClick(d.Ctl<QPushButton>(QStringLiteral("cmdMouseGesture"), 1), Qt::LeftButton);
         Choose(d, "cboMouseGestureAction", QStringLiteral("タブを閉じる"));
         QTest::mouseClick(d.Ctl<QPushButton>(QStringLiteral("cmdMouseGestureAdd")), Qt::LeftButton);
+        Page(d, QStringLiteral("ポップアップメニュー"));
+        Choose(d, "cboPMenuAction", QStringLiteral("前ページ"));
+        d.Ctl<QLineEdit>(QStringLiteral("txtPMenuShortcutKey"))->setText(QStringLiteral("B"));
+        QTest::mouseClick(d.Ctl<QPushButton>(QStringLiteral("cmdPMenuAdd")), Qt::LeftButton);
         QTest::mouseClick(d.Ctl<QPushButton>(QStringLiteral("cmdSave")), Qt::LeftButton);
     });
     EXPECT_EQ(shown.Count(), 0);
     ASSERT_TRUE(QFile::exists(context.SettingsPath));
+    ASSERT_EQ(w.PopupMenu()->actions().size(), 1);
+    EXPECT_EQ(w.PopupMenu()->actions().first()->text(), QStringLiteral("前ページ(&B)"));
 
     w.activateWindow();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&w));
