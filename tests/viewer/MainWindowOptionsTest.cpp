@@ -1,8 +1,10 @@
 // The options dialog opened from the main window's menu, filled in by clicks, and saved: the new
-// bindings work at once in the same window, with no restart.
+// bindings, popup row and ruler settings work at once in the same window, with no restart.
 #include "MainWindowFixture.h"
 
 #include "options/frmOption.h"
+#include "settings/ColorSwatch.h"
+#include "viewer/AppRulerCtrlClass.h"
 
 #include <QAction>
 #include <QCheckBox>
@@ -80,6 +82,9 @@ TEST_F(MainWindowOptionsTest, NewKeyAndGestureWorkTheMomentTheyAreSaved)
         QTest::mouseClick(d.Ctl<QPushButton>(QStringLiteral("cmdMouseGesture"), 1), Qt::LeftButton);
         Choose(d, "cboMouseGestureAction", QStringLiteral("タブを閉じる"));
         QTest::mouseClick(d.Ctl<QPushButton>(QStringLiteral("cmdMouseGestureAdd")), Qt::LeftButton);
+        Page(d, QStringLiteral("ウインドウ"));
+        d.Ctl<QLineEdit>(QStringLiteral("txtRulerWidth"))->setText(QStringLiteral("30"));
+        d.Ctl<ColorSwatch>(QStringLiteral("picRulerColor"))->SetBackColor(255);
         Page(d, QStringLiteral("ポップアップメニュー"));
         Choose(d, "cboPMenuAction", QStringLiteral("前ページ"));
         d.Ctl<QLineEdit>(QStringLiteral("txtPMenuShortcutKey"))->setText(QStringLiteral("B"));
@@ -88,6 +93,10 @@ TEST_F(MainWindowOptionsTest, NewKeyAndGestureWorkTheMomentTheyAreSaved)
     });
     EXPECT_EQ(shown.Count(), 0);
     ASSERT_TRUE(QFile::exists(context.SettingsPath));
+    const auto* rulers = w.findChild<AppRulerCtrlClass*>();
+    ASSERT_TRUE(rulers);
+    EXPECT_EQ(rulers->RulerWidth(), 30);
+    EXPECT_EQ(rulers->RulerColor(), 255);
     ASSERT_EQ(w.PopupMenu()->actions().size(), 1);
     EXPECT_EQ(w.PopupMenu()->actions().first()->text(), QStringLiteral("前ページ(&B)"));
 
