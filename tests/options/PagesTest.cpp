@@ -82,9 +82,9 @@ TEST_F(OptionsTest, KeyStringsWhateverTheOrderOfTicking)
     Choose("cboShortCutKey", QStringLiteral("J"));
     Choose("cboShortCutKeyAction", QStringLiteral("次ページ"));
     Click("cmdShortCutKeyAdd");  // a key alone is allowed
-    QTest::mouseClick(C<QCheckBox>("chkShortCutKeyAlt"), Qt::LeftButton, {}, QPoint(5, 5));
-    QTest::mouseClick(C<QCheckBox>("chkShortCutKeyShift"), Qt::LeftButton, {}, QPoint(5, 5));
-    QTest::mouseClick(C<QCheckBox>("chkShortCutKeyCtrl"), Qt::LeftButton, {}, QPoint(5, 5));
+    Tick("chkShortCutKeyAlt");
+    Tick("chkShortCutKeyShift");
+    Tick("chkShortCutKeyCtrl");
     Choose("cboShortCutKeyAction", QStringLiteral("前ページ"));
     Click("cmdShortCutKeyAdd");
     EXPECT_EQ(Rows("livShortCutKey", 1), QStringList({"J", "Ctrl + Shift + Alt + J"}));
@@ -92,10 +92,10 @@ TEST_F(OptionsTest, KeyStringsWhateverTheOrderOfTicking)
 
     // Unticked and ticked again in another order: the same string, already bound.
     for (const char* box : {"chkShortCutKeyCtrl", "chkShortCutKeyAlt"})
-        QTest::mouseClick(C<QCheckBox>(box), Qt::LeftButton, {}, QPoint(5, 5));
+        Tick(box);
     EXPECT_EQ(C<QLabel>("lblShortCutKeyDone")->text(), QString());
     for (const char* box : {"chkShortCutKeyAlt", "chkShortCutKeyCtrl"})
-        QTest::mouseClick(C<QCheckBox>(box), Qt::LeftButton, {}, QPoint(5, 5));
+        Tick(box);
     EXPECT_EQ(C<QLabel>("lblShortCutKeyDone")->text(), QStringLiteral("前ページ"));
     Click("cmdShortCutKeyAdd");
     EXPECT_EQ(LastMessage(), QStringLiteral("既にキーが登録されています。"));
@@ -176,7 +176,7 @@ TEST_F(OptionsTest, ReadSettings)
     Click("cmdReadAdd");
     EXPECT_EQ(LastMessage(), QStringLiteral("設定名を入力してください。"));
     Type("txtReadSetName", QStringLiteral("Read:受付"));
-    QTest::mouseClick(C<QCheckBox>("chkReadLowerFolder"), Qt::LeftButton, {}, QPoint(5, 5));
+    Tick("chkReadLowerFolder");
     Click("cmdReadAdd");
     EXPECT_EQ(shown.Count(), 3);
 
@@ -251,7 +251,7 @@ TEST_F(OptionsTest, StoredBindingsAreKnownToTheirPages)
     Page("キーボード");
     EXPECT_EQ(Rows("livShortCutKey", 1), QStringList{QStringLiteral("Ctrl + J")});
     Choose("cboShortCutKey", QStringLiteral("J"));
-    QTest::mouseClick(C<QCheckBox>("chkShortCutKeyCtrl"), Qt::LeftButton, {}, QPoint(5, 5));
+    Tick("chkShortCutKeyCtrl");
     EXPECT_EQ(C<QLabel>("lblShortCutKeyDone")->text(), QStringLiteral("前ページ"));
     Click("cmdShortCutKeyAdd");
     EXPECT_EQ(LastMessage(), QStringLiteral("既にキーが登録されています。"));

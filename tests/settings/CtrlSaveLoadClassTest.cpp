@@ -242,8 +242,8 @@ TEST(CtrlSaveLoadClass, TextOptionStoresTheSelectedTextOnly)
     EXPECT_EQ(f.cbo->currentIndex(), -1);
 }
 
-// A group's list names the controls it keeps; "" is the group "DefaultGroup"; a group never
-// saved changes nothing on a load.
+// A group's list names the controls it keeps, in its order; a group never saved changes nothing
+// on a load.
 TEST(CtrlSaveLoadClass, GroupsKeepOnlyTheirListedControls)
 {
     Form f;
@@ -259,12 +259,6 @@ TEST(CtrlSaveLoadClass, GroupsKeepOnlyTheirListedControls)
     const SDC group = binder.Data()->Thread(QStringLiteral("G"));
     EXPECT_EQ(group->GetAllDataKey(), QStringLiteral("chkOn,optMode,Form"));
     EXPECT_EQ(group->Thread(QStringLiteral("chkOn"))->DataValue(QStringLiteral("Value")), QStringLiteral("0"));
-
-    binder.SaveValue(QString());
-    EXPECT_TRUE(binder.Data()->Exists(QStringLiteral("DefaultGroup")));
-    f.txt->setText(QStringLiteral("changed"));
-    binder.LoadValue(QString());
-    EXPECT_EQ(f.txt->text(), QStringLiteral("名前\t1"));
 
     f.form.move(7, 9);
     binder.LoadValue(QStringLiteral("Never"));

@@ -2,63 +2,42 @@
 // bindings, popup row and ruler settings work at once in the same window, with no restart.
 #include "MainWindowFixture.h"
 
-#include "options/frmOption.h"
+#include "options/OptionsDriver.h"
 #include "settings/ColorSwatch.h"
 #include "viewer/AppRulerCtrlClass.h"
 
 #include <QAction>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
 #include <QMenu>
-#include <QPushButton>
-#include <QTest>
 #include <QTimer>
-#include <QTreeWidget>
 #include <QWindow>
 
 #include <functional>
 
-class MainWindowOptionsTest : public MainWindowTest {
+class MainWindowOptionsTest : public MainWindowTest, protected OptionsDriver {
 protected:
     // Opens the dialog through the menu item and lets vFill work in it while it runs modally.
-    void InOptions(const std::function<void(frmOption&)>& vFill)
+    void InOptions(const std::function<void()>& vFill)
     {
         bool reached = false;
         QTimer::singleShot(0, form.get(), [&] {
-            auto* dialog = qobject_cast<frmOption*>(QApplication::activeModalWidget());
-            ASSERT_TRUE(dialog);
+            ui = qobject_cast<frmOption*>(QApplication::activeModalWidget());
+            ASSERT_TRUE(ui);
             reached = true;
             EXPECT_TRUE(form->DialogOpen());
-            vFill(*dialog);
-            if (dialog->isVisible())
-                dialog->reject();
+            vFill();
+            if (ui->isVisible())
+                ui->reject();
         });
         form->Button(QStringLiteral("TOOL_OPTION"))->trigger();
         EXPECT_TRUE(reached);
         EXPECT_FALSE(form->DialogOpen());
     }
 
-    static void Page(frmOption& vDialog, const QString& vNode)
-    {
-        auto* tree = vDialog.Ctl<QTreeWidget>(QStringLiteral("TreeView1"));
-        QTreeWidgetItem* node = tree->findItems(vNode, Qt::MatchExactly).value(0);
-        ASSERT_TRUE(node);
-        QTest::mouseClick(tree->viewport(), Qt::LeftButton, {}, tree->visualItemRect(node).center());
-    }
-    static void Click(QWidget* vWidget) { QTest::mouseClick(vWidget, Qt::LeftButton, {}, QPoint(5, 5)); }
-    static void Choose(frmOption& vDialog, const char* vCombo, const QString& vText)
-    {
-        auto* combo = vDialog.Ctl<QComboBox>(QString::fromLatin1(vCombo));
-        combo->setCurrentIndex(combo->findText(vText));
-        ASSERT_EQ(combo->currentText(), vText);
-    }
-
     QWindow* Native() const { return form->windowHandle(); }
-    QPoint OnPage(int vX, int vY) const { return form->LEAD(4)->viewport()->mapTo(form.get(), QPoint(vX, vY)); }
+    QPoint OnPage(QPoint vAt) const { return form->LEAD(4)->viewport()->mapTo(form.get(), vAt); }
 };
 
-TEST_F(MainWindowOptionsTest, NewKeyAndGestureWorkTheMomentTheyAreSaved)
+TEST_F(MainWindowOptionsTest, NewBindingsWorkTheMomentTheyAreSaved)
 {
     AddWindowGroup(context.DetailSet);
     frmMain& w = Window();
@@ -70,26 +49,26 @@ TEST_F(MainWindowOptionsTest, NewKeyAndGestureWorkTheMomentTheyAreSaved)
     QTest::keyClick(Native(), Qt::Key_J, Qt::ControlModifier);
     EXPECT_EQ(PageIn(4), 1);  // nothing bound yet
 
-    InOptions([](frmOption& d) {
-        Page(d, QStringLiteral("キーボード"));
-        Choose(d, "cboShortCutKey", QStringLiteral("J"));
-        Click(d.Ctl<QCheckBox>(QStringLiteral("chkShortCutKeyCtrl")));
-        Choose(d, "cboShortCutKeyAction", QStringLiteral("次ページ"));
-        QTest::mouseClick(d.Ctl<QPushButton>(QStringLiteral("cmdShortCutKeyAdd")), Qt::LeftButton);
-        Page(d, QStringLiteral("マウスジェスチャ"));
-        Click(d.Ctl<QCheckBox>(QStringLiteral("chkMouseGesture")));
-        QTest::mouseClick(d.Ctl<QPushButton>(QStringLiteral("cmdMouseGesture"), 2), Qt::LeftButton);
-        QTest::mouseClick(d.Ctl<QPushButton>(QStringLiteral("cmdMouseGesture"), 1), Qt::LeftButton);
-        Choose(d, "cboMouseGestureAction", QStringLiteral("タブを閉じる"));
-        QTest::mouseClick(d.Ctl<QPushButton>(QStringLiteral("cmdMouseGestureAdd")), Qt::LeftButton);
-        Page(d, QStringLiteral("ウインドウ"));
-        d.Ctl<QLineEdit>(QStringLiteral("txtRulerWidth"))->setText(QStringLiteral("30"));
-        d.Ctl<ColorSwatch>(QStringLiteral("picRulerColor"))->SetBackColor(255);
-        Page(d, QStringLiteral("ポップアップメニュー"));
-        Choose(d, "cboPMenuAction", QStringLiteral("前ページ"));
-        d.Ctl<QLineEdit>(QStringLiteral("txtPMenuShortcutKey"))->setText(QStringLiteral("B"));
-        QTest::mouseClick(d.Ctl<QPushButton>(QStringLiteral("cmdPMenuAdd")), Qt::LeftButton);
-        QTest::mouseClick(d.Ctl<QPushButton>(QStringLiteral("cmdSave")), Qt::LeftButton);
+    InOptions([this] {
+        Page("キーボード");
+        Choose("cboShortCutKey", QStringLiteral("J"));
+        Tick("chkShortCutKeyCtrl");
+        Choose("cboShortCutKeyAction", QStringLiteral("次ページ"));
+        Click("cmdShortCutKeyAdd");
+        Page("マウスジェスチャ");
+        Tick("chkMouseGesture");
+        Click("cmdMouseGesture", 2);
+        Click("cmdMouseGesture", 1);
+        Choose("cboMouseGestureAction", QStringLiteral("タブを閉じる"));
+        Click("cmdMouseGestureAdd");
+        Page("ウインドウ");
+        Type("txtRulerWidth", QStringLiteral("30"));
+        C<ColorSwatch>("picRulerColor")->SetBackColor(255);
+        Page("ポップアップメニュー");
+        Choose("cboPMenuAction", QStringLiteral("前ページ"));
+        Type("txtPMenuShortcutKey", QStringLiteral("B"));
+        Click("cmdPMenuAdd");
+        Click("cmdSave");
     });
     EXPECT_EQ(shown.Count(), 0);
     ASSERT_TRUE(QFile::exists(context.SettingsPath));
@@ -108,9 +87,9 @@ TEST_F(MainWindowOptionsTest, NewKeyAndGestureWorkTheMomentTheyAreSaved)
 
     ASSERT_EQ(Tabs(), 2);
     const QList<QPoint> stroke = {{200, 150}, {201, 190}, {200, 240}, {240, 241}, {290, 240}};
-    QTest::mousePress(Native(), Qt::RightButton, {}, OnPage(stroke[0].x(), stroke[0].y()));
+    QTest::mousePress(Native(), Qt::RightButton, {}, OnPage(stroke.first()));
     for (const QPoint& p : stroke.mid(1))
-        QTest::mouseMove(Native(), OnPage(p.x(), p.y()));
-    QTest::mouseRelease(Native(), Qt::RightButton, {}, OnPage(stroke.last().x(), stroke.last().y()));
+        QTest::mouseMove(Native(), OnPage(p));
+    QTest::mouseRelease(Native(), Qt::RightButton, {}, OnPage(stroke.last()));
     EXPECT_EQ(Tabs(), 1);
 }
