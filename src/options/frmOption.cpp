@@ -170,7 +170,13 @@ void frmOption::ShowPage(QTreeWidgetItem* vNode)
     CtrlSaveLoadClass binder;
     binder.SetForm(this);
     binder.SetData(work_);
-    binder.LoadValue(Utf8(PageOf(image).Group));
+    try {
+        binder.LoadValue(Utf8(PageOf(image).Group));
+    } catch (const AppError& e) {
+        // A hand-edited value that is no number: the page shows what could be read, and the
+        // user can put it right and save.
+        CommonLibClass::ErrMsgBox(e.Message());
+    }
     AfterLoad(image);
     // The stack shows one page and hides the rest; the page gets its place at once, not at the
     // next turn of the event loop, so that it is whole the moment it is shown.
@@ -234,8 +240,14 @@ void frmOption::cmdSave_Click()
         CommonLibClass::ErrMsgBox(e.Message());
     }
     commandList_.RefDetailSet(detailSet_);
-    commandList_.CreateCommandList();
-    action_.LoadAction();
+    try {
+        commandList_.CreateCommandList();
+        action_.LoadAction();
+    } catch (const AppError& e) {
+        // A group of a hand-edited file that lacks its list, on a page never shown here.
+        busy.Reset();
+        CommonLibClass::ErrMsgBox(e.Message());
+    }
     busy.Reset();
     accept();
 }

@@ -281,3 +281,18 @@ TEST_F(OptionsTest, UnwritableFileIsToldAndTheSettingsStillApply)
     EXPECT_FALSE(dialog->isVisible());
     EXPECT_FALSE(commands->CommandList()->DataValue(QStringLiteral("J")).isEmpty());
 }
+
+// Hand-edited damage is told, not a crash: a value that is no number when its page loads, a
+// group without its list when the tables are rebuilt.
+TEST_F(OptionsTest, DamagedSettingsAreTold)
+{
+    detailSet->CreateThread(QStringLiteral("\\ウインドウ\\"))->CreateThread(QStringLiteral("chkWindowSort"))
+        ->AddData(QStringLiteral("x"), QStringLiteral("Value"));
+    detailSet->CreateThread(QStringLiteral("\\キーボード\\"));
+    Open();
+    EXPECT_EQ(LastMessage(), QStringLiteral("13 : 型が一致しません。"));
+    EXPECT_TRUE(dialog->isVisible());
+    Click("cmdSave");
+    EXPECT_EQ(shown.Count(), 2);
+    EXPECT_FALSE(dialog->isVisible());
+}
