@@ -1,7 +1,15 @@
 #include "settings/CtrlSaveLoadClass.h"
 
-#include <QScreen>
-#include <QWindow>
+#include "settings/ColorSwatch.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QRadioButton>
+#include <QTabBar>
+#include <QTreeWidget>
 
 #include <cmath>
 
@@ -10,6 +18,11 @@ namespace {
 QString GroupOf(const QString& vGroupName)
 {
     return vGroupName.isEmpty() ? CtrlSaveLoadClass::DefaultGroup : vGroupName;
+}
+
+SDC ThreadOrNull(const SDC& vNode, const QString& vKey)
+{
+    return vNode && vNode->Exists(vKey) ? vNode->Thread(vKey) : nullptr;
 }
 
 // A stored measure is used only when it is a number above 0: a window saved at the very left
@@ -22,6 +35,19 @@ bool ReadMeasure(const SDC& vForm, const QString& vKey, double& vTwips)
         return false;
     vTwips = v;
     return true;
+}
+
+// The controls a form holds, in the order they were made; Qt's own helpers ("qt_...") and
+// unnamed widgets are no controls of the form.
+QList<QWidget*> Controls(QWidget* vForm)
+{
+    QList<QWidget*> out;
+    for (QWidget* w : vForm->findChildren<QWidget*>()) {
+        const QString name = w->objectName();
+        if (!name.isEmpty() && !name.startsWith(QLatin1String("qt_")))
+            out.append(w);
+    }
+    return out;
 }
 
 } // namespace
@@ -39,11 +65,41 @@ double CtrlSaveLoadClass::TwipsPerPixel(const QWidget* vForm)
     return 1440.0 / (dpi > 0 ? dpi : 96);
 }
 
+// In the order the Windows build asks a control for its interface; ColorSwatch is a QFrame, as
+// QLabel is, so only a group box counts as a frame.
+QString CtrlSaveLoadClass::TypeOf(const QWidget* vControl)
+{
+    if (qobject_cast<const QLineEdit*>(vControl))
+        return QStringLiteral("TextBox");
+    if (qobject_cast<const QComboBox*>(vControl))
+        return QStringLiteral("ComboBox");
+    if (qobject_cast<const QListWidget*>(vControl))
+        return QStringLiteral("ListBox");
+    if (qobject_cast<const QCheckBox*>(vControl))
+        return QStringLiteral("CheckBox");
+    if (qobject_cast<const QRadioButton*>(vControl))
+        return QStringLiteral("OptionButton");
+    if (qobject_cast<const QGroupBox*>(vControl))
+        return QStringLiteral("Frame");
+    if (qobject_cast<const QTabBar*>(vControl))
+        return QStringLiteral("TabStrip");
+    if (qobject_cast<const QTreeWidget*>(vControl))
+        return QStringLiteral("ListView");
+    if (qobject_cast<const ColorSwatch*>(vControl))
+        return QStringLiteral("PictureBox");
+    return {};
+}
+
+int CtrlSaveLoadClass::ControlIndex(const QWidget* vControl)
+{
+    const QVariant index = vControl->property("Index");
+    return index.isValid() ? index.toInt() : -1;
+}
+
 void CtrlSaveLoadClass::Grouping(const QString& vGroupName, const QString& vControlName)
 {
     SDC data = Data();
-    const SDC group = data->Exists(vGroupName) && data->Thread(vGroupName) ? data->Thread(vGroupName)
-                                                                            : data->CreateThread(vGroupName);
+    const SDC group = ThreadOrNull(data, vGroupName) ? data->Thread(vGroupName) : data->CreateThread(vGroupName);
     group->CreateThread(vControlName);
 }
 
@@ -53,16 +109,53 @@ void CtrlSaveLoadClass::SaveValue(const QString& vGroupName)
     SDC data = Data();
     // A group that lists names keeps exactly those: the list is taken aside and the group
     // rebuilt from it, so values of controls no longer listed don't linger.
-    if (data->Exists(name) && data->Thread(name) && data->Thread(name)->Count() > 0) {
-        const QStringList listed = data->Thread(name)->RefDataKey();
-        data->Thread(name)->Clear();
-        for (const QString& control : listed)
+    bool listed = false;
+    if (const SDC group = ThreadOrNull(data, name); group && group->Count() > 0) {
+        const QStringList names = group->RefDataKey();
+        group->Clear();
+        for (const QString& control : names)
             Grouping(name, control);
+        listed = true;
     }
     if (!form_)
         return;
-    const SDC group = data->Exists(name) && data->Thread(name) ? data->Thread(name) : data->CreateThread(name);
-    const SDC geometry = group->CreateThread(QStringLiteral("Form"));
+    const SDC group = ThreadOrNull(data, name) ? data->Thread(name) : data->CreateThread(name);
+    SaveGeometry(group);
+    for (QWidget* control : Controls(form_)) {
+        const QString type = TypeOf(control);
+        if (type.isEmpty())
+            continue;
+        const QString key = control->objectName();
+        if (listed && !group->Exists(key))
+            continue;
+        SDC thread = ThreadOrNull(group, key) ? group->Thread(key) : group->CreateThread(key);
+        if (const int index = ControlIndex(control); index >= 0) {
+            const QString sub = QString::number(index);
+            thread = ThreadOrNull(thread, sub) ? thread->Thread(sub) : thread->CreateThread(sub);
+        }
+        SaveControl(control, type, thread);
+    }
+}
+
+void CtrlSaveLoadClass::LoadValue(const QString& vGroupName)
+{
+    const SDC group = ThreadOrNull(Data(), GroupOf(vGroupName));
+    if (!form_ || !group || group->Count() == 0)
+        return;
+    LoadGeometry(group);
+    for (QWidget* control : Controls(form_)) {
+        const QString type = TypeOf(control);
+        SDC thread = type.isEmpty() ? nullptr : ThreadOrNull(group, control->objectName());
+        if (const int index = ControlIndex(control); thread && index >= 0)
+            thread = ThreadOrNull(thread, QString::number(index));
+        if (thread)
+            LoadControl(control, thread);
+    }
+}
+
+void CtrlSaveLoadClass::SaveGeometry(const SDC& vGroup)
+{
+    const SDC geometry = vGroup->CreateThread(QStringLiteral("Form"));
     const double twips = TwipsPerPixel(form_);
     auto put = [&](const QString& vKey, int vPixels) {
         geometry->AddData(QString::number(std::lround(vPixels * twips)), vKey);
@@ -73,19 +166,13 @@ void CtrlSaveLoadClass::SaveValue(const QString& vGroupName)
     // desktop hasn't told yet counts as frameless.
     put(QStringLiteral("Height"), form_->frameGeometry().height());
     put(QStringLiteral("Width"), form_->frameGeometry().width());
-    // Values of individual controls are written by the options pages, which bring their types.
 }
 
-void CtrlSaveLoadClass::LoadValue(const QString& vGroupName)
+void CtrlSaveLoadClass::LoadGeometry(const SDC& vGroup)
 {
-    const QString name = GroupOf(vGroupName);
-    SDC data = Data();
-    if (!form_ || !data->Exists(name) || !data->Thread(name) || data->Thread(name)->Count() == 0)
+    const SDC geometry = ThreadOrNull(vGroup, QStringLiteral("Form"));
+    if (!geometry)
         return;
-    const SDC group = data->Thread(name);
-    if (!group->Exists(QStringLiteral("Form")) || !group->Thread(QStringLiteral("Form")))
-        return;
-    const SDC geometry = group->Thread(QStringLiteral("Form"));
     const double twips = TwipsPerPixel(form_);
     double top = form_->pos().y() * twips;
     double left = form_->pos().x() * twips;

@@ -1,7 +1,9 @@
 // What the bar buttons do, the popup menu a user builds in the options, the status bar, and the
 // help, version and settings-folder commands.
 
+#include "options/frmOption.h"
 #include "support/AppError.h"
+#include "viewer/AppRulerCtrlClass.h"
 #include "viewer/ChromeMenus.h"
 #include "viewer/NumericText.h"
 #include "viewer/TabStrip.h"
@@ -179,7 +181,19 @@ void frmMain::OpenIniFolder()
 
 void frmMain::OptionWindowOpen()
 {
-    // The options dialog comes later, and its menu item is greyed until then. When it comes, this
-    // opens it modally and afterwards rebuilds the popup menu, the mouse and key bindings and
-    // the rulers, and redraws the selected tab.
+    ReleaseMouseEvents();
+    SetDialogOpen(true);
+    if (context_.Action && context_.CommandList) {
+        frmOption options(context_.DetailSet, context_.SettingsPath, *context_.Action, *context_.CommandList, this);
+        options.exec();
+    }
+    // Whatever the dialog saved takes effect now: the popup rows, the gestures and clicks, the
+    // keys, the rulers' width and colour, and the page drawn at the new resolution and gamma.
+    UpdatePopupMenu();
+    CreateMouseEvents();
+    SetAcceleratorKey();
+    if (rulers_)
+        rulers_->ReadSettings(context_.DetailSet);
+    SelectedTabUpdate();
+    SetDialogOpen(false);
 }
