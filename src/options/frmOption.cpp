@@ -9,6 +9,7 @@
 #include "options/OptionValidation.h"
 #include "settings/CtrlSaveLoadClass.h"
 #include "settings/DataSaveLoadClass.h"
+#include "settings/OuterSize.h"
 #include "settings/TreeViewSaveLoadClass.h"
 #include "support/AppError.h"
 #include "support/BusyCursor.h"
@@ -112,7 +113,9 @@ void frmOption::LoadForm()
     keyTable_ = std::make_shared<StructuredDataClass>();
     gestureTable_ = std::make_shared<StructuredDataClass>();
     readTable_ = std::make_shared<StructuredDataClass>();
-    resize(clsSizing::PixelsOfTwips(this, kOpenWidthTwips), clsSizing::PixelsOfTwips(this, kOpenHeightTwips));
+    // The outer size, as every size the settings file keeps for the dialog.
+    outersize::RestoreOuterSize(this, QSize(clsSizing::PixelsOfTwips(this, kOpenWidthTwips),
+                                            clsSizing::PixelsOfTwips(this, kOpenHeightTwips)));
 
     work_ = detailSet_ ? detailSet_->Clone() : std::make_shared<StructuredDataClass>();
     const SDC multi = work_->Exists(AppActionClass::MultiGroup) ? work_->Thread(AppActionClass::MultiGroup) : nullptr;

@@ -1,6 +1,7 @@
 #include "settings/CtrlSaveLoadClass.h"
 
 #include "settings/ColorSwatch.h"
+#include "settings/OuterSize.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -183,8 +184,6 @@ void CtrlSaveLoadClass::LoadGeometry(const SDC& vGroup)
     ReadMeasure(geometry, QStringLiteral("Height"), height);
     ReadMeasure(geometry, QStringLiteral("Width"), width);
     form_->move(static_cast<int>(std::lround(left / twips)), static_cast<int>(std::lround(top / twips)));
-    // The stored size is the outer one; the frame, where already known, comes off it.
-    const QSize frame = form_->frameGeometry().size() - form_->size();
-    form_->resize(static_cast<int>(std::lround(width / twips)) - frame.width(),
-                  static_cast<int>(std::lround(height / twips)) - frame.height());
+    outersize::RestoreOuterSize(form_, QSize(static_cast<int>(std::lround(width / twips)),
+                                             static_cast<int>(std::lround(height / twips))));
 }

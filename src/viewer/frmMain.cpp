@@ -98,9 +98,6 @@ void frmMain::Load()
                 const int minimum = static_cast<int>(std::lround(kMinimumTwips / twips));
                 move(std::max(0, pos().x()), std::max(0, pos().y()));
                 resize(std::max(minimum, width()), std::max(minimum, height()));
-                // The frame is known only once the desktop has framed the window.
-                if (settings->ThreadOfPath(QStringLiteral("\\FormSet\\Form\\")) && frameGeometry().size() == size())
-                    pendingOuterSize_ = size();
             }
             const SDC single = settingsthreads::Child(settingsthreads::Child(settingsthreads::Child(settings, WindowGroup),
                                                                    QStringLiteral("chkWindowsDisp")),
@@ -198,30 +195,6 @@ void frmMain::OnFocusWindowChanged(QWindow* vNow)
     if (before->type() == Qt::Popup || before->type() == Qt::ToolTip)
         return;
     ActiveMe();
-}
-
-// The saved size is the outer one. A window restored before the desktop framed it was given
-// that size as its inside; once the frame is known it comes off, so that the window doesn't
-// grow by its frame at every start. Without a frame by the time the window is activated, the
-// window is taken as frameless.
-bool frmMain::event(QEvent* vEvent)
-{
-    const bool handled = QMainWindow::event(vEvent);
-    const QEvent::Type type = vEvent->type();
-    if (pendingOuterSize_.isValid() && (type == QEvent::Move || type == QEvent::Resize
-                                         || type == QEvent::Show || type == QEvent::WindowActivate)) {
-        const QSize frame = frameGeometry().size() - size();
-        if (size() != pendingOuterSize_) {
-            pendingOuterSize_ = QSize();  // sized otherwise since: that size stands
-        } else if (!frame.isNull()) {
-            const QSize outer = pendingOuterSize_;
-            pendingOuterSize_ = QSize();
-            resize(outer - frame);
-        } else if (type == QEvent::WindowActivate) {
-            pendingOuterSize_ = QSize();
-        }
-    }
-    return handled;
 }
 
 void frmMain::changeEvent(QEvent* vEvent)

@@ -119,7 +119,6 @@ public:
     double TwipsPerPixel() const;
 
 protected:
-    bool event(QEvent* vEvent) override;
     void closeEvent(QCloseEvent* vEvent) override;
     void resizeEvent(QResizeEvent* vEvent) override;
     void changeEvent(QEvent* vEvent) override;
@@ -212,7 +211,6 @@ private:
     bool activeMeBusy_ = false;
     bool shownOnce_ = false;
     QPointer<QWindow> lastFocusWindow_;
-    QSize pendingOuterSize_;  // a saved outer size waiting for the frame to be known
     int lastWidth_ = 0;   // to tell a true size change from any other resize
     int lastHeight_ = 0;
 
