@@ -1,0 +1,155 @@
+#include "engine/PageRender.h"
+
+#include "document/XdwApi.h"
+#include "engine/Drawing.h"
+#include "engine/FormatError.h"
+#include "engine/emf/EmfPlayer.h"
+
+#include <QFont>
+#include <QPainter>
+#include <QTransform>
+
+#include <cmath>
+
+namespace xdw {
+
+namespace {
+
+constexpr double HundredthsPerInch = 2540.0;
+constexpr int MaxSide = 32767;
+constexpr qint64 MaxPixels = 150LL * 1000 * 1000;
+
+void DrawPicture(QPainter& vPainter, const QImage& vPicture, const QRectF& vTarget)
+{
+    if (vPicture.isNull())
+        Refuse(QStringLiteral("picture cannot be decoded"));
+    vPainter.drawImage(vTarget, vPicture);
+}
+
+void DrawPlacement(QPainter& vPainter, const Placement& vPlacement, double vScale)
+{
+    if (vPlacement.drawing.isEmpty())
+        return;  // a page form or a note without a drawing: its look is not known
+    const Drawing drawing = ReadDrawing(vPlacement.drawing);
+    QRectF box(vPlacement.x * vScale, vPlacement.y * vScale, vPlacement.width * vScale,
+               vPlacement.height * vScale);
+    vPainter.save();
+    if (vPlacement.rotation != 0) {
+        // The stored box is the turned one; draw upright into the unturned box, then turn.
+        const QPointF centre = box.center();
+        vPainter.translate(centre);
+        vPainter.rotate(vPlacement.rotation);
+        vPainter.translate(-centre);
+        if (vPlacement.rotation % 180 != 0) {
+            const QSizeF upright = box.size().transposed();
+            box = QRectF(centre - QPointF(upright.width() / 2, upright.height() / 2), upright);
+        }
+    }
+    switch (drawing.kind) {
+    case DrawingKind::Emf:
+    case DrawingKind::Wmf: {
+        emf::PlayOptions options;
+        options.mapping = vPlacement.kind == KindPageContent ? emf::Mapping::Page : emf::Mapping::Annotation;
+        const emf::PlayResult played = emf::Play(vPainter, drawing.data, box, options);
+        if (!played.ok) {
+            vPainter.restore();
+            Refuse(QStringLiteral("drawing cannot be played: ") + played.error);
+        }
+        break;
+    }
+    case DrawingKind::Dib: {
+        QString error;
+        const QImage picture = dib::Decode(drawing.dibInfo, drawing.data, &error);
+        if (picture.isNull()) {
+            vPainter.restore();
+            Refuse(QStringLiteral("picture: ") + error);
+        }
+        DrawPicture(vPainter, picture, box);
+        break;
+    }
+    case DrawingKind::Jpeg:
+        DrawPicture(vPainter, QImage::fromData(drawing.data, "JPEG"), box);
+        break;
+    }
+    vPainter.restore();
+}
+
+const Page& PageAt(const Model& vModel, int vIndex)
+{
+    if (vIndex < 0 || vIndex >= static_cast<int>(vModel.Pages().size()))
+        throw FormatError{XdwResult::InvalidArg, QStringLiteral("no page %1").arg(vIndex + 1)};
+    return vModel.Pages()[static_cast<size_t>(vIndex)];
+}
+
+} // namespace
+
+QSize PixelSize(const Page& vPage, int vDpi)
+{
+    return QSize(static_cast<int>(std::lround(vPage.width / HundredthsPerInch * vDpi)),
+                 static_cast<int>(std::lround(vPage.height / HundredthsPerInch * vDpi)));
+}
+
+QImage RenderPage(const Model& vModel, int vIndex, int vDpi, bool vColour)
+{
+    const Page& page = PageAt(vModel, vIndex);
+    if (vDpi < MinDpi || vDpi > MaxDpi)
+        throw FormatError{XdwResult::InvalidArg, QStringLiteral("resolution %1 dpi").arg(vDpi)};
+    const QSize size = PixelSize(page, vDpi).expandedTo(QSize(1, 1));
+    if (size.width() > MaxSide || size.height() > MaxSide
+        || qint64(size.width()) * size.height() > MaxPixels)
+        throw FormatError{XdwResult::OutOfMemory,
+                          QStringLiteral("page of %1 x %2 pixels").arg(size.width()).arg(size.height())};
+    MapDocumentFonts();
+    QImage image(size, QImage::Format_RGB32);
+    if (image.isNull())
+        throw FormatError{XdwResult::OutOfMemory, QStringLiteral("no memory for the page")};
+    image.fill(Qt::white);
+    {
+        QPainter painter(&image);
+        painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing
+                               | QPainter::SmoothPixmapTransform);
+        const double scale = vDpi / HundredthsPerInch;
+        for (const Placement& placement : page.placements)
+            DrawPlacement(painter, placement, scale);
+    }
+    if (!vColour)
+        return image.convertToFormat(QImage::Format_Mono, Qt::ThresholdDither);
+    return image;
+}
+
+QString PageText(const Model& vModel, int vIndex)
+{
+    const Page& page = PageAt(vModel, vIndex);
+    QStringList parts;
+    for (const Placement& placement : page.placements) {
+        QStringList drawn;
+        const int kind = KindOf(placement.drawing);
+        if (kind == static_cast<int>(DrawingKind::Emf) || kind == static_cast<int>(DrawingKind::Wmf))
+            drawn = emf::Text(ReadDrawing(placement.drawing).data);
+        if (drawn.isEmpty() && !placement.text.isEmpty())
+            drawn.append(placement.text);
+        parts.append(drawn);
+    }
+    return parts.join(u'\n');
+}
+
+void MapDocumentFonts()
+{
+    static const bool mapped = [] {
+        const QStringList gothic{QStringLiteral("Noto Sans CJK JP"), QStringLiteral("IPAGothic"),
+                                 QStringLiteral("IPAPGothic")};
+        const QStringList mincho{QStringLiteral("Noto Serif CJK JP"), QStringLiteral("IPAMincho"),
+                                 QStringLiteral("IPAPMincho")};
+        for (const char16_t* face : {u"ＭＳ ゴシック", u"ＭＳ Ｐゴシック", u"MS Gothic", u"MS PGothic",
+                                     u"MS UI Gothic", u"Yu Gothic UI", u"Yu Gothic", u"游ゴシック",
+                                     u"メイリオ", u"Meiryo", u"Meiryo UI"})
+            QFont::insertSubstitutions(QString::fromUtf16(face), gothic);
+        for (const char16_t* face : {u"ＭＳ 明朝", u"ＭＳ Ｐ明朝", u"MS Mincho", u"MS PMincho",
+                                     u"Yu Mincho", u"游明朝"})
+            QFont::insertSubstitutions(QString::fromUtf16(face), mincho);
+        return true;
+    }();
+    (void)mapped;
+}
+
+} // namespace xdw
