@@ -89,6 +89,16 @@ QSize PixelSize(const Page& vPage, int vDpi)
                  static_cast<int>(std::lround(vPage.height / HundredthsPerInch * vDpi)));
 }
 
+void PaintPage(QPainter& vPainter, const Model& vModel, int vIndex, double vScale)
+{
+    const Page& page = PageAt(vModel, vIndex);
+    MapDocumentFonts();
+    vPainter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing
+                            | QPainter::SmoothPixmapTransform);
+    for (const Placement& placement : page.placements)
+        DrawPlacement(vPainter, placement, vScale);
+}
+
 QImage RenderPage(const Model& vModel, int vIndex, int vDpi, bool vColour)
 {
     const Page& page = PageAt(vModel, vIndex);
@@ -99,18 +109,13 @@ QImage RenderPage(const Model& vModel, int vIndex, int vDpi, bool vColour)
         || qint64(size.width()) * size.height() > MaxPixels)
         throw FormatError{XdwResult::OutOfMemory,
                           QStringLiteral("page of %1 x %2 pixels").arg(size.width()).arg(size.height())};
-    MapDocumentFonts();
     QImage image(size, QImage::Format_RGB32);
     if (image.isNull())
         throw FormatError{XdwResult::OutOfMemory, QStringLiteral("no memory for the page")};
     image.fill(Qt::white);
     {
         QPainter painter(&image);
-        painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing
-                               | QPainter::SmoothPixmapTransform);
-        const double scale = vDpi / HundredthsPerInch;
-        for (const Placement& placement : page.placements)
-            DrawPlacement(painter, placement, scale);
+        PaintPage(painter, vModel, vIndex, vDpi / HundredthsPerInch);
     }
     if (!vColour)
         return image.convertToFormat(QImage::Format_Mono, Qt::ThresholdDither);

@@ -10,6 +10,8 @@
 #include <QSize>
 #include <QString>
 
+class QPainter;
+
 namespace xdw {
 
 inline constexpr int MinDpi = 10;
@@ -17,6 +19,10 @@ inline constexpr int MaxDpi = 600;
 
 // Pixels of a page at vDpi: each side rounded from hundredths of a millimetre.
 QSize PixelSize(const Page& vPage, int vDpi);
+
+// Draws page vIndex (from 0) onto vPainter, vScale device units to a hundredth of a millimetre,
+// white background not included: the picture below and PDF pages share this.
+void PaintPage(QPainter& vPainter, const Model& vModel, int vIndex, double vScale);
 
 // Draws page vIndex (from 0) in colour (RGB32) or black and white (Mono). Refuses (FormatError)
 // a size beyond the limits or a drawing that cannot be read.

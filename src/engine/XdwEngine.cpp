@@ -5,6 +5,7 @@
 #include "engine/FormatError.h"
 #include "engine/Model.h"
 #include "engine/PageRender.h"
+#include "engine/TiffOut.h"
 
 #include <QImageWriter>
 
@@ -235,6 +236,12 @@ void XdwEngine::ConvertPageToImageFile(qint32 vPage, const QString& vPath, qint3
         QImage image = xdw::RenderPage(vModel, vPage - 1, vDpi, vColor == 1);
         if (format == "JPEG")  // no black-and-white JPEG: grey keeps it small all the same
             image = image.convertToFormat(vColor == 1 ? QImage::Format_RGB32 : QImage::Format_Grayscale8);
+        if (format == "TIFF") {
+            QString error;
+            if (!xdw::WriteTiff(image, vPath, vDpi, &error))
+                throw xdw::FormatError{XdwResult::WriteFault, error};
+            return;
+        }
         QImageWriter writer(vPath, format);
         const double dotsPerMetre = vDpi / 0.0254;
         image.setDotsPerMeterX(qRound(dotsPerMetre));
@@ -254,4 +261,9 @@ void XdwEngine::GetPageColorInformation(qint32 vPage)
         pageColor_ = colour ? 1 : 0;
         pageImageDepth_ = colour ? 24 : 1;
     });
+}
+
+void XdwEngine::PaintPage(QPainter& vPainter, qint32 vPage, double vScale)
+{
+    Run([&](const xdw::Model& vModel) { xdw::PaintPage(vPainter, vModel, vPage - 1, vScale); });
 }

@@ -16,6 +16,7 @@
 #include <map>
 #include <memory>
 
+class QPainter;
 namespace xdw {
 class Model;
 }
@@ -46,6 +47,9 @@ public:
     // Writes the page as PNG, TIFF or JPEG, chosen by vType ("PNG", "TIFF", "JPEG").
     void ConvertPageToImageFile(qint32 vPage, const QString& vPath, qint32 vDpi, qint32 vColor,
                                 const QString& vType);
+    // Draws a page of the selected document onto vPainter, vScale device units to a hundredth
+    // of a millimetre: vector output such as PDF pages.
+    void PaintPage(QPainter& vPainter, qint32 vPage, double vScale);
     // 1 for a page that holds colour, 0 for black and white (and blank); depth 24 or 1.
     void GetPageColorInformation(qint32 vPage);
     qint16 PageColor() const { return pageColor_; }
