@@ -112,6 +112,7 @@ void Container::ReadTrailer()
                                                {TagPropertiesPacked, TagPropertiesPlain},
                                                "properties block"));
     const QByteArrayView block = QByteArrayView(file_).sliced(propertiesStart_, stored);
+    stored_ = block;
     if (tag == TagPropertiesPlain) {
         // Stored as is, and its check value is not kept.
         if (stored != expanded)
@@ -142,6 +143,7 @@ void Container::ReadTrailer()
             if (offset < HeaderSize || offset >= propertiesStart_)
                 Refuse(QStringLiteral("entry %1 outside the file").arg(i));
             entryOffsets_.push_back(static_cast<qsizetype>(offset));
+            (void)EntryBody(i);   // an offset must point at an entry that fits, checked once here
         }
     }
 }

@@ -19,11 +19,16 @@ class Container {
 public:
     // Takes the whole file; refuses it (FormatError) when anything does not fit.
     explicit Container(QByteArray vFile);
+    // The views below point into the file's bytes, so a container is never copied.
+    Container(const Container&) = delete;
+    Container& operator=(const Container&) = delete;
 
     int Generation() const { return generation_; }
     quint32 RootKind() const { return rootKind_; }
     // The expanded properties block: the record list.
     const QByteArray& Properties() const { return properties_; }
+    // The properties block as stored (compressed or not), for diagnostics and tests.
+    QByteArrayView StoredProperties() const { return stored_; }
     qsizetype EntryCount() const { return static_cast<qsizetype>(entryOffsets_.size()); }
     // The body of entry vIndex (counted from 0), refused when it does not fit. A wrong entry
     // check is not a reason to refuse: the body is still what the file holds.
@@ -39,6 +44,7 @@ private:
     QByteArray properties_;
     std::vector<qsizetype> entryOffsets_;
     qsizetype propertiesStart_ = 0;
+    QByteArrayView stored_;
 };
 
 } // namespace xdw

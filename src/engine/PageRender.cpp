@@ -33,7 +33,12 @@ void DrawPlacement(QPainter& vPainter, const Placement& vPlacement, double vScal
     const Drawing drawing = ReadDrawing(vPlacement.drawing);
     QRectF box(vPlacement.x * vScale, vPlacement.y * vScale, vPlacement.width * vScale,
                vPlacement.height * vScale);
-    vPainter.save();
+    // Restored on every way out, refusals included, so the next placement starts clean.
+    struct Saved {
+        QPainter& painter;
+        explicit Saved(QPainter& v) : painter(v) { painter.save(); }
+        ~Saved() { painter.restore(); }
+    } saved(vPainter);
     if (vPlacement.rotation != 0) {
         // The stored box is the turned one; draw upright into the unturned box, then turn.
         const QPointF centre = box.center();
@@ -51,19 +56,15 @@ void DrawPlacement(QPainter& vPainter, const Placement& vPlacement, double vScal
         emf::PlayOptions options;
         options.mapping = vPlacement.kind == KindPageContent ? emf::Mapping::Page : emf::Mapping::Annotation;
         const emf::PlayResult played = emf::Play(vPainter, drawing.data, box, options);
-        if (!played.ok) {
-            vPainter.restore();
+        if (!played.ok)
             Refuse(QStringLiteral("drawing cannot be played: ") + played.error);
-        }
         break;
     }
     case DrawingKind::Dib: {
         QString error;
         const QImage picture = dib::Decode(drawing.dibInfo, drawing.data, &error);
-        if (picture.isNull()) {
-            vPainter.restore();
+        if (picture.isNull())
             Refuse(QStringLiteral("picture: ") + error);
-        }
         DrawPicture(vPainter, picture, box);
         break;
     }
@@ -71,7 +72,6 @@ void DrawPlacement(QPainter& vPainter, const Placement& vPlacement, double vScal
         DrawPicture(vPainter, QImage::fromData(drawing.data, "JPEG"), box);
         break;
     }
-    vPainter.restore();
 }
 
 const Page& PageAt(const Model& vModel, int vIndex)

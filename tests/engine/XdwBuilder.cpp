@@ -55,11 +55,6 @@ QByteArray Declare(std::initializer_list<std::pair<quint32, const char*>> vNames
     return LongTlv(51, list);
 }
 
-QByteArray Record(int vDepth, quint32 vKind, const QByteArray& vAttributes)
-{
-    return Tlv(0x62, Tlv(0x80, Int(vDepth)) + Tlv(0x62, Int(vKind)) + vAttributes);
-}
-
 class BitWriter {
 public:
     void Put(quint32 vValue, int vBits)
@@ -101,6 +96,11 @@ QByteArray LongTlv(quint32 vNumber, const QByteArray& vValue, quint8 vClassBits)
     for (quint32 v = vNumber >> 7; v > 0; v >>= 7)
         digits.prepend(static_cast<char>(0x80 | (v & 0x7F)));
     return tag + digits + Length(vValue.size()) + vValue;
+}
+
+QByteArray Record(int vDepth, quint32 vKind, const QByteArray& vAttributes)
+{
+    return Tlv(0x62, Tlv(0x80, Int(vDepth)) + Tlv(0x62, Int(vKind)) + vAttributes);
 }
 
 QByteArray Int(qint64 vValue)

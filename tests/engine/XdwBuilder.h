@@ -22,6 +22,8 @@ QByteArray Numbers(std::initializer_list<qint64> vValues);
 // An LH5 stream of vData in blocks of literal codes.
 QByteArray Lh5Literal(const QByteArray& vData);
 quint32 Check(const QByteArray& vBytes);
+// One record: depth, kind, then its attributes as they are.
+QByteArray Record(int vDepth, quint32 vKind, const QByteArray& vAttributes);
 
 struct Annotation {
     quint32 kind = 0x8011;
