@@ -71,7 +71,7 @@ Placement PlacementOf(const Record& vBox, const Record& vShown, const Container&
         Refuse(QStringLiteral("rotation of %1 degrees").arg(rotation));
     p.rotation = static_cast<int>(rotation);
     if (const Attribute* drawing = vShown.Find(AttrDrawing))
-        p.drawing = ValueOf(*drawing, vFile);
+        p.drawing = *drawing;
     p.text = TextOf(vShown, vFile);
     p.dpi = FirstNumber(vShown.Named(u"dpi"), vFile, 0);
     return p;
@@ -79,9 +79,15 @@ Placement PlacementOf(const Record& vBox, const Record& vShown, const Container&
 
 } // namespace
 
-Model::Model(QByteArray vFile) : container_(std::make_unique<Container>(std::move(vFile)))
+Model::Model(std::unique_ptr<ByteSource> vSource)
+    : container_(std::make_unique<Container>(std::move(vSource)))
 {
     Build(ReadRecords(container_->Properties(), *container_));
+}
+
+QByteArrayView Model::DrawingOf(const Placement& vPlacement) const
+{
+    return vPlacement.drawing ? ValueOf(*vPlacement.drawing, *container_) : QByteArrayView();
 }
 
 void Model::Build(const std::vector<Record>& vRecords)

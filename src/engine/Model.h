@@ -12,6 +12,7 @@
 #include <QtGlobal>
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace xdw {
@@ -23,7 +24,9 @@ struct Placement {
     quint32 kind = 0;
     qint64 x = 0, y = 0, width = 0, height = 0;   // 1/100 mm from the page's top-left
     int rotation = 0;                              // clockwise degrees inside the box
-    QByteArrayView drawing;                        // the drawing's field list; empty when none
+    // The drawing's attribute, resolved only when drawn: it may point at an entry holding a
+    // whole scanned page.
+    std::optional<Attribute> drawing;
     QString text;                                  // %Text or %Text(w; empty when none
     qint64 dpi = 0;                                // resolution the content was made at
 };
@@ -46,13 +49,16 @@ struct DocumentEntry {
 // A decoded file. The container owns the bytes every view here points into.
 class Model {
 public:
-    // Reads vFile; refuses it with a FormatError.
-    explicit Model(QByteArray vFile);
+    // Reads the file; refuses it with a FormatError.
+    explicit Model(std::unique_ptr<ByteSource> vSource);
+    explicit Model(QByteArray vFile) : Model(MemorySource(std::move(vFile))) {}
 
     const Container& File() const { return *container_; }
     bool IsBinder() const { return container_->RootKind() == KindBinder; }
     const std::vector<Page>& Pages() const { return pages_; }
     const std::vector<DocumentEntry>& Documents() const { return documents_; }
+    // The field list of a placement's drawing, read from its entry if need be; empty for none.
+    QByteArrayView DrawingOf(const Placement& vPlacement) const;
 
 private:
     void Build(const std::vector<Record>& vRecords);

@@ -26,11 +26,12 @@ void DrawPicture(QPainter& vPainter, const QImage& vPicture, const QRectF& vTarg
     vPainter.drawImage(vTarget, vPicture);
 }
 
-void DrawPlacement(QPainter& vPainter, const Placement& vPlacement, double vScale)
+void DrawPlacement(QPainter& vPainter, const Model& vModel, const Placement& vPlacement, double vScale)
 {
-    if (vPlacement.drawing.isEmpty())
+    const QByteArrayView fields = vModel.DrawingOf(vPlacement);
+    if (fields.isEmpty())
         return;  // a page form or a note without a drawing: its look is not known
-    const Drawing drawing = ReadDrawing(vPlacement.drawing);
+    const Drawing drawing = ReadDrawing(fields);
     QRectF box(vPlacement.x * vScale, vPlacement.y * vScale, vPlacement.width * vScale,
                vPlacement.height * vScale);
     // Restored on every way out, refusals included, so the next placement starts clean.
@@ -96,7 +97,7 @@ void PaintPage(QPainter& vPainter, const Model& vModel, int vIndex, double vScal
     vPainter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing
                             | QPainter::SmoothPixmapTransform);
     for (const Placement& placement : page.placements)
-        DrawPlacement(vPainter, placement, vScale);
+        DrawPlacement(vPainter, vModel, placement, vScale);
 }
 
 QImage RenderPage(const Model& vModel, int vIndex, int vDpi, bool vColour)
@@ -128,9 +129,10 @@ QString PageText(const Model& vModel, int vIndex)
     QStringList parts;
     for (const Placement& placement : page.placements) {
         QStringList drawn;
-        const int kind = KindOf(placement.drawing);
+        const QByteArrayView fields = vModel.DrawingOf(placement);
+        const int kind = KindOf(fields);
         if (kind == static_cast<int>(DrawingKind::Emf) || kind == static_cast<int>(DrawingKind::Wmf))
-            drawn = emf::Text(ReadDrawing(placement.drawing).data);
+            drawn = emf::Text(ReadDrawing(fields).data);
         if (drawn.isEmpty() && !placement.text.isEmpty())
             drawn.append(placement.text);
         parts.append(drawn);

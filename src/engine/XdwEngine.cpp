@@ -23,33 +23,26 @@ constexpr qint64 MaxFileSize = 2LL * 1024 * 1024 * 1024;
 constexpr qint16 PrintResolution = 600;
 constexpr qint16 PageTypeNull = 0, PageTypeImage = 1, PageTypeApplication = 2;
 
-// The whole file, or a result code saying why not. A file another program holds under an
-// exclusive lock is "in use", which the callers retry.
-qint32 ReadFile(const QString& vPath, QByteArray& vBytes)
+// The open file, or a result code saying why not. A file another program holds under an
+// exclusive lock is "in use", which the callers retry. Only the pieces the reader asks for are
+// read, so opening a long scanned document does not read its pictures.
+qint32 OpenFile(const QString& vPath, std::unique_ptr<xdw::ByteSource>& vSource)
 {
     const QByteArray path = vPath.toLocal8Bit();
     const int fd = ::open(path.constData(), O_RDONLY | O_CLOEXEC);
     if (fd < 0)
         return errno == ENOENT || errno == ENOTDIR ? XdwResult::FileNotFound : XdwResult::NoPermission;
-    struct Closer {
-        int fd;
-        ~Closer() { ::close(fd); }
-    } closer{fd};
     struct stat st {};
+    qint32 result = XdwResult::Success;
     if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode) || st.st_size > MaxFileSize)
-        return XdwResult::BadFormat;
-    if (::flock(fd, LOCK_SH | LOCK_NB) != 0)
-        return errno == EWOULDBLOCK ? XdwResult::FileInUse : XdwResult::NoPermission;
-    vBytes.resize(static_cast<qsizetype>(st.st_size));
-    qsizetype done = 0;
-    while (done < vBytes.size()) {
-        const ssize_t n = ::read(fd, vBytes.data() + done, static_cast<size_t>(vBytes.size() - done));
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n <= 0)
-            return XdwResult::BadFormat;
-        done += n;
+        result = XdwResult::BadFormat;
+    else if (::flock(fd, LOCK_SH | LOCK_NB) != 0)
+        result = errno == EWOULDBLOCK ? XdwResult::FileInUse : XdwResult::NoPermission;
+    if (result != XdwResult::Success) {
+        ::close(fd);
+        return result;
     }
+    vSource = xdw::FileSource(fd, st.st_size);
     return XdwResult::Success;
 }
 
@@ -89,15 +82,15 @@ bool XdwEngine::Run(const std::function<void(const xdw::Model&)>& vStep)
 
 void XdwEngine::OpenDocument(const QString& vPath, qint16 /*vOption*/)
 {
-    QByteArray bytes;
-    const qint32 read = ReadFile(vPath, bytes);
-    if (read != XdwResult::Success) {
-        lastReason_ = GetXdwErrorText(read);
-        Fail(read);
+    std::unique_ptr<xdw::ByteSource> source;
+    const qint32 opened = OpenFile(vPath, source);
+    if (opened != XdwResult::Success) {
+        lastReason_ = GetXdwErrorText(opened);
+        Fail(opened);
         return;
     }
     try {
-        auto model = std::make_shared<const xdw::Model>(std::move(bytes));
+        auto model = std::make_shared<const xdw::Model>(std::move(source));
         openedHandle_ = nextHandle_++;
         documents_.emplace(openedHandle_, std::move(model));
         lastReason_.clear();
@@ -154,7 +147,7 @@ bool XdwEngine::SetPage(const xdw::Model& vModel, qint32 vPage)
     page_.pageType = PageTypeNull;
     if (page.HasContent()) {
         const xdw::Placement& content = page.placements.front();
-        const int kind = xdw::KindOf(content.drawing);
+        const int kind = xdw::KindOf(vModel.DrawingOf(content));
         page_.pageType = kind == static_cast<int>(xdw::DrawingKind::Jpeg)
                 || kind == static_cast<int>(xdw::DrawingKind::Dib)
             ? PageTypeImage

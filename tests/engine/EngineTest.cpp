@@ -131,6 +131,21 @@ TEST_F(EngineTest, JpegPageDrawsInColourAndInBlackAndWhiteAtTheAskedSize)
     }
 }
 
+TEST_F(EngineTest, PageDrawingKeptInAnEntryDrawsFromThere)
+{
+    PageSpec page;
+    page.content = JpegContent(Halves(Qt::green, Qt::black), page.width, page.height);
+    FileOptions options;
+    options.contentInEntries = true;
+    const QByteArray file = Document({page, page}, options);
+    EXPECT_EQ(file.count(page.content), 2);   // in the entries, not in the records
+    Open(Write(QStringLiteral("e.xdw"), file));
+    const qint32 h = engine_.ConvertPageToImageHandle(2, 50, 1);
+    ASSERT_EQ(engine_.LastResult(), 0) << engine_.LastReason().toStdString();
+    EXPECT_TRUE(Near(PixelAt(h, 100, 300), Qt::green));
+    EXPECT_TRUE(Near(PixelAt(h, 310, 300), Qt::black));
+}
+
 TEST_F(EngineTest, RotatedPictureAnnotationTurnsInsideItsBox)
 {
     // An upright picture red above blue, stored turned a quarter clockwise into a wide box:

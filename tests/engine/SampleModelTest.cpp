@@ -36,7 +36,7 @@ TEST(SampleModel, TenAnnotatedPagesCarryTheirNumbersInOrder)
         ASSERT_EQ(page.Annotations(), 1);
         EXPECT_EQ(page.placements[0].kind, xdw::KindTextAnnotation);
         EXPECT_EQ(page.placements[0].text, QString::number(i + 1));
-        EXPECT_FALSE(page.placements[0].drawing.isEmpty());
+        EXPECT_FALSE(model.DrawingOf(page.placements[0]).isEmpty());
     }
 }
 

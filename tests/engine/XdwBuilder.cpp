@@ -177,7 +177,8 @@ QByteArray JpegContent(const QImage& vImage, qint64 vWidth, qint64 vHeight)
     return DrawingFields(5, Jpeg(vImage), vWidth, vHeight, false);
 }
 
-QByteArray DocumentRecords(const std::vector<PageSpec>& vPages, int vBaseDepth)
+QByteArray DocumentRecords(const std::vector<PageSpec>& vPages, int vBaseDepth,
+                           std::vector<QByteArray>* vEntries)
 {
     const int d = vBaseDepth;
     QByteArray out = Record(d, 0xC013, d > 0 ? Tlv(0x84, QByteArray("doc\0", 4)) : QByteArray());
@@ -187,8 +188,14 @@ QByteArray DocumentRecords(const std::vector<PageSpec>& vPages, int vBaseDepth)
         out += Record(d + 2, 0x1301, Tlv(0x85, Numbers({page.width, page.height})) + Tlv(0x83, Numbers({id++})));
         if (!page.content.isEmpty()) {
             out += Record(d + 3, 0x1302, LongTlv(52, Numbers({0, 0})));
+            QByteArray drawing = Tlv(0x87, page.content);
+            if (vEntries) {
+                drawing = Tlv(0xC7, Tlv(0x81, Int(static_cast<qint64>(vEntries->size())))
+                                        + Tlv(0x82, Int(page.content.size())));
+                vEntries->push_back(page.content);
+            }
             out += Record(d + 4, 0x8010, Tlv(0x85, Numbers({page.width, page.height}))
-                                             + LongTlv(2001, Numbers({600})) + Tlv(0x87, page.content)
+                                             + LongTlv(2001, Numbers({600})) + drawing
                                              + Declare({{2001, "dpi"}}));
         }
         for (const Annotation& a : page.annotations) {
@@ -259,7 +266,11 @@ FileOptions Options(int vGeneration, bool vCompress, quint32 vRootKind, bool vBr
 
 QByteArray Document(const std::vector<PageSpec>& vPages, const FileOptions& vOptions)
 {
-    return File(DocumentRecords(vPages), vOptions);
+    if (!vOptions.contentInEntries)
+        return File(DocumentRecords(vPages), vOptions);
+    FileOptions options = vOptions;
+    const QByteArray records = DocumentRecords(vPages, 0, &options.entries);
+    return File(records, options);
 }
 
 } // namespace xdwtest

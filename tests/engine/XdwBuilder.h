@@ -46,8 +46,11 @@ QByteArray Jpeg(const QImage& vImage);
 // A JPEG page content drawing of the page size.
 QByteArray JpegContent(const QImage& vImage, qint64 vWidth, qint64 vHeight);
 
-// The records of a standalone document (root C013) holding vPages.
-QByteArray DocumentRecords(const std::vector<PageSpec>& vPages, int vBaseDepth = 0);
+// The records of a standalone document (root C013) holding vPages. With vEntries, page content
+// drawings go into entries appended there and the records refer to them, as printed documents
+// keep their pages.
+QByteArray DocumentRecords(const std::vector<PageSpec>& vPages, int vBaseDepth = 0,
+                           std::vector<QByteArray>* vEntries = nullptr);
 // A binder (root C014) of documents.
 QByteArray BinderRecords(const std::vector<std::vector<PageSpec>>& vDocuments);
 
@@ -57,6 +60,7 @@ struct FileOptions {
     quint32 rootKind = 0xC013;
     std::vector<QByteArray> entries;   // raw entry bodies, listed by the trailer
     bool breakCheck = false;           // write a wrong check value
+    bool contentInEntries = false;     // Document(): page drawings in entries
 };
 
 FileOptions Options(int vGeneration, bool vCompress, quint32 vRootKind = 0xC013, bool vBreakCheck = false);
