@@ -98,23 +98,7 @@ Outcome TextOut(Gdi& vGdi, bool vWide, const Bytes& r, RecordContext& vContext)
             text[i] = QChar(qFromLittleEndian<quint16>(raw.data() + 2 * i));
         advances = byteAdvances;
     } else {
-        const int charset = vGdi.Dc().font.charset;
-        if (byteAdvances.isEmpty()) {
-            text = DecodeNarrow(raw, charset);
-        } else {
-            // One width per byte: a double-byte character advances by both of its widths.
-            qint64 at = 0;
-            for (int bytes : NarrowCharacterBytes(raw, charset)) {
-                const QString c = DecodeNarrow(raw.sliced(at, bytes), charset);
-                double w = 0;
-                for (int k = 0; k < bytes; ++k)
-                    w += byteAdvances[at + k];
-                for (qsizetype k = 0; k < c.size(); ++k)
-                    advances << (k == 0 ? w : 0.0);
-                text += c;
-                at += bytes;
-            }
-        }
+        text = DecodeNarrow(raw, vGdi.Dc().font.charset, byteAdvances, &advances);
     }
     vGdi.Text(reference, text, advances, options, rect);
     return Outcome::Done;

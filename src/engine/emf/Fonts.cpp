@@ -52,17 +52,24 @@ QString DecodeNarrow(QByteArrayView vBytes, int vCharset)
     return text;
 }
 
-QList<int> NarrowCharacterBytes(QByteArrayView vBytes, int vCharset)
+QString DecodeNarrow(QByteArrayView vBytes, int vCharset, const QList<double>& vPerByte,
+                     QList<double>* vPerUnit)
 {
-    QList<int> sizes;
-    sizes.reserve(vBytes.size());
+    if (vPerByte.size() < vBytes.size())
+        return DecodeNarrow(vBytes, vCharset);
+    QString text;
     for (qsizetype i = 0; i < vBytes.size();) {
-        const bool pair = Japanese(vCharset) && Cp932::IsLeadByte(static_cast<unsigned char>(vBytes[i])) &&
-                          i + 1 < vBytes.size();
-        sizes << (pair ? 2 : 1);
-        i += pair ? 2 : 1;
+        const bool pair = Japanese(vCharset) && i + 1 < vBytes.size() &&
+                          Cp932::IsLeadByte(static_cast<unsigned char>(vBytes[i]));
+        const int bytes = pair ? 2 : 1;
+        const QString c = DecodeNarrow(vBytes.sliced(i, bytes), vCharset);
+        const double width = vPerByte[i] + (pair ? vPerByte[i + 1] : 0);
+        for (qsizetype k = 0; k < c.size(); ++k)
+            *vPerUnit << (k == 0 ? width : 0.0);
+        text += c;
+        i += bytes;
     }
-    return sizes;
+    return text;
 }
 
 } // namespace emf

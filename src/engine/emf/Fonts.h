@@ -17,8 +17,9 @@ QStringList FontFamilies(const QString& vFace, int vCharset);
 // Japanese where these documents are written) read as cp932, everything else as cp1252.
 QString DecodeNarrow(QByteArrayView vBytes, int vCharset);
 
-// Bytes per character of narrow text in that character set, for the spacing arrays that give one
-// width per byte.
-QList<int> NarrowCharacterBytes(QByteArrayView vBytes, int vCharset);
+// Narrow text with its spacing array, which gives one width per byte: a double-byte character
+// advances by both of its widths. The advances come out one per UTF-16 unit of the text.
+QString DecodeNarrow(QByteArrayView vBytes, int vCharset, const QList<double>& vPerByte,
+                     QList<double>* vPerUnit);
 
 } // namespace emf
