@@ -1,6 +1,9 @@
 // The container and record readers on the vendor's own files.
 #include "common/TestFiles.h"
 #include "engine/Model.h"
+#include "engine/PageRender.h"
+
+#include <QDir>
 
 #include <gtest/gtest.h>
 
@@ -84,5 +87,73 @@ TEST(SampleModel, BinderCountsPagesAcrossItsDocuments)
     for (const xdw::Page& page : model.Pages()) {
         ASSERT_EQ(page.Annotations(), 2);
         EXPECT_EQ(page.placements[1].text, QStringLiteral("Lorem ipsum. 吾輩は猫である。"));
+    }
+}
+
+namespace {
+
+// Dark pixels inside and outside a rectangle of the picture.
+std::pair<int, int> DarkInsideAndOutside(const QImage& vPicture, const QRect& vBox)
+{
+    int inside = 0, outside = 0;
+    for (int y = 0; y < vPicture.height(); y += 2)
+        for (int x = 0; x < vPicture.width(); x += 2)
+            if (qGray(vPicture.pixel(x, y)) < 100)
+                ++(vBox.contains(x, y) ? inside : outside);
+    return {inside, outside};
+}
+
+QRect BoxAt150(const xdw::Placement& vPlacement)
+{
+    auto px = [](qint64 v) { return static_cast<int>(v * 150 / 2540); };
+    return QRect(px(vPlacement.x), px(vPlacement.y), px(vPlacement.width), px(vPlacement.height));
+}
+
+} // namespace
+
+TEST(SampleModel, AnnotatedPagesDrawTheirNumberInsideTheirBoxOnly)
+{
+    SAMPLE_OR_SKIP(bytes, "annotated-10-pages-gen7.xdw");
+    const xdw::Model model(bytes);
+    for (int i : {0, 9}) {
+        const QImage page = xdw::RenderPage(model, i, 150, true);
+        ASSERT_EQ(page.size(), QSize(1240, 1754));
+        const auto [inside, outside] = DarkInsideAndOutside(page, BoxAt150(model.Pages()[size_t(i)].placements[0]));
+        EXPECT_GT(inside, 1000) << "page " << i + 1;
+        EXPECT_EQ(outside, 0) << "page " << i + 1;
+        EXPECT_EQ(xdw::PageText(model, i), QString::number(i + 1));
+    }
+}
+
+TEST(SampleModel, FrameAndTextOfTheGeneration10SampleLandWhereTheyAreStored)
+{
+    SAMPLE_OR_SKIP(bytes, "text-annotation-gen10.xdw");
+    const xdw::Model model(bytes);
+    const QImage page = xdw::RenderPage(model, 0, 150, true);
+    ASSERT_EQ(page.size(), QSize(1240, 1754));
+    const QRect frame = BoxAt150(model.Pages()[0].placements[0]);
+    // The frame's band is the teal brush; its hole, and the page outside, stay white.
+    const QRgb band = page.pixel(frame.left() + 6, frame.center().y());
+    EXPECT_NEAR(qRed(band), 0x96, 24);
+    EXPECT_NEAR(qGreen(band), 0xCB, 24);
+    EXPECT_NEAR(qBlue(band), 0xC9, 24);
+    EXPECT_EQ(page.pixel(frame.left() - 20, frame.center().y()), qRgb(255, 255, 255));
+    const auto [inside, outside] = DarkInsideAndOutside(page, BoxAt150(model.Pages()[0].placements[1]));
+    EXPECT_GT(inside, 50);
+    EXPECT_EQ(outside, 0);
+    EXPECT_EQ(xdw::PageText(model, 0), QStringLiteral("Lorem ipsum. 吾輩は猫である。"));
+}
+
+TEST(SampleModel, EveryPageOfEverySampleDrawsAtA4Size)
+{
+    const QString dir = testfiles::SharedTestData(QStringLiteral("xdw"));
+    if (dir.isEmpty())
+        GTEST_SKIP() << "no shared test data beside the checkout";
+    for (const QString& name : QDir(dir).entryList({QStringLiteral("*.xdw"), QStringLiteral("*.xbd")})) {
+        const xdw::Model model(testfiles::ReadBytes(dir + u'/' + name));
+        for (int i = 0; i < static_cast<int>(model.Pages().size()); ++i) {
+            EXPECT_EQ(xdw::RenderPage(model, i, 150, true).size(), QSize(1240, 1754)) << name.toStdString();
+            EXPECT_EQ(xdw::RenderPage(model, i, 10, false).format(), QImage::Format_Mono);
+        }
     }
 }
