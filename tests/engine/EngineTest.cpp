@@ -7,6 +7,7 @@
 #include "engine/XdwBuilder.h"
 #include "engine/XdwEngine.h"
 #include "support/AppError.h"
+#include "support/CommonLibClass.h"
 
 #include <QColor>
 #include <QPainter>
@@ -252,4 +253,51 @@ TEST_F(EngineTest, DocumentClassesOpenThroughTheEngineAndRaise6300)
         EXPECT_EQ(e.Description(), QStringLiteral("OpenXdw : 指定されたDocuWorks文書ファイルが正しいフォーマットではありません。 [File=")
                                        + bad + u']');
     }
+}
+
+TEST_F(EngineTest, OpenCheckWaitsOutAHolderAndItsRetryWaitsForTheFile)
+{
+    const auto engine = std::make_shared<XdwEngine>();
+    SetXdwApiObject(engine);
+    const QByteArray good = Document({PageSpec{}});
+    const QString held = Write(QStringLiteral("held.xdw"), good);
+    const QString late = Write(QStringLiteral("late.xdw"), QByteArray(64, 'x'));
+    int fd = ::open(held.toLocal8Bit().constData(), O_RDONLY);
+    ASSERT_EQ(::flock(fd, LOCK_EX), 0);
+    int pauses = 0;
+    std::function<void(int)> onPause = [](int) {};
+    const XdwRetryPause old = SetXdwRetryPause([&](qint32 vMs) { onPause(++pauses), (void)vMs; });
+    struct Restore {
+        XdwRetryPause pause;
+        ~Restore()
+        {
+            SetXdwRetryPause(pause);
+            SetXdwApiObject(nullptr);
+        }
+    } restore{old};
+    DocuWorksClass docuWorks;
+
+    // A holder that never lets go: every try of the open, then False.
+    EXPECT_FALSE(docuWorks.OpenCheck(held));
+    EXPECT_EQ(pauses, 29);
+    // One that lets go during the fifth pause.
+    pauses = 0;
+    onPause = [&](int vPause) {
+        if (vPause == 5)
+            ::close(std::exchange(fd, -1));
+    };
+    EXPECT_TRUE(docuWorks.OpenCheck(held));
+
+    // A file still being written: the retry tries again after real pauses until it reads.
+    pauses = 0;
+    onPause = [&](int vPause) {
+        if (vPause == 3)
+            testfiles::WriteBytes(late, good);
+        CommonLibClass::SleepWait(100);
+    };
+    EXPECT_TRUE(docuWorks.RetryOpenCheck(late, 10));
+    EXPECT_EQ(pauses, 3);
+    pauses = 0;
+    EXPECT_FALSE(docuWorks.RetryOpenCheck(late, 0));   // no try at all
+    EXPECT_EQ(pauses, 0);
 }
