@@ -14,6 +14,7 @@ constexpr quint32 AttrName = 4;
 constexpr quint32 AttrSize = 5;
 constexpr quint32 AttrDrawing = 7;
 constexpr quint32 AttrPosition = 52;
+constexpr quint32 AttrThumbnail = 58;
 constexpr quint32 AttrRotation = 61;
 constexpr qint64 MaxPageSide = 1000000;   // 10 m
 constexpr size_t MaxPages = 100000;
@@ -72,6 +73,8 @@ Placement PlacementOf(const Record& vBox, const Record& vShown, const Container&
     p.rotation = static_cast<int>(rotation);
     if (const Attribute* drawing = vShown.Find(AttrDrawing))
         p.drawing = *drawing;
+    if (const Attribute* thumbnail = vShown.Find(AttrThumbnail))
+        p.thumbnail = *thumbnail;
     p.text = TextOf(vShown, vFile);
     p.dpi = FirstNumber(vShown.Named(u"dpi"), vFile, 0);
     return p;
@@ -88,6 +91,11 @@ Model::Model(std::unique_ptr<ByteSource> vSource)
 QByteArrayView Model::DrawingOf(const Placement& vPlacement) const
 {
     return vPlacement.drawing ? ValueOf(*vPlacement.drawing, *container_) : QByteArrayView();
+}
+
+QByteArrayView Model::ThumbnailOf(const Placement& vPlacement) const
+{
+    return vPlacement.thumbnail ? ValueOf(*vPlacement.thumbnail, *container_) : QByteArrayView();
 }
 
 void Model::Build(const std::vector<Record>& vRecords)

@@ -27,6 +27,7 @@ struct Placement {
     // The drawing's attribute, resolved only when drawn: it may point at an entry holding a
     // whole scanned page.
     std::optional<Attribute> drawing;
+    std::optional<Attribute> thumbnail;            // page content only: a small DIB
     QString text;                                  // %Text or %Text(w; empty when none
     qint64 dpi = 0;                                // resolution the content was made at
 };
@@ -59,6 +60,7 @@ public:
     const std::vector<DocumentEntry>& Documents() const { return documents_; }
     // The field list of a placement's drawing, read from its entry if need be; empty for none.
     QByteArrayView DrawingOf(const Placement& vPlacement) const;
+    QByteArrayView ThumbnailOf(const Placement& vPlacement) const;
 
 private:
     void Build(const std::vector<Record>& vRecords);

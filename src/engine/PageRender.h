@@ -28,6 +28,9 @@ void PaintPage(QPainter& vPainter, const Model& vModel, int vIndex, double vScal
 // a size beyond the limits or a drawing that cannot be read.
 QImage RenderPage(const Model& vModel, int vIndex, int vDpi, bool vColour);
 
+// The thumbnail the page keeps, or the page drawn small when it keeps none.
+QImage PageThumbnail(const Model& vModel, int vIndex);
+
 // The page's text; empty when it has none.
 QString PageText(const Model& vModel, int vIndex);
 

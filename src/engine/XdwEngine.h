@@ -12,6 +12,7 @@
 
 #include <QString>
 
+#include <array>
 #include <functional>
 #include <map>
 #include <memory>
@@ -47,6 +48,12 @@ public:
     // Writes the page as PNG, TIFF or JPEG, chosen by vType ("PNG", "TIFF", "JPEG").
     void ConvertPageToImageFile(qint32 vPage, const QString& vPath, qint32 vDpi, qint32 vColor,
                                 const QString& vType);
+    // A part of the page, from vXStart to vXEnd and vYStart to vYEnd percent of its width and
+    // height, written as ConvertPageToImageFile writes the whole.
+    void ConvertPageToImageFileEx(qint32 vPage, const QString& vPath, qint32 vDpi, qint32 vColor,
+                                  qint32 vXStart, qint32 vXEnd, qint32 vYStart, qint32 vYEnd);
+    // The page's thumbnail as a picture file, its kind by the path's ending.
+    void ConvertPageToThumbnailImageFile(qint32 vPage, const QString& vPath);
     // Draws a page of the selected document onto vPainter, vScale device units to a hundredth
     // of a millimetre: vector output such as PDF pages.
     void PaintPage(QPainter& vPainter, qint32 vPage, double vScale);
@@ -62,6 +69,10 @@ private:
     // Runs vStep on the selected document; a reader's refusal becomes the last result.
     bool Run(const std::function<void(const xdw::Model&)>& vStep);
     bool SetPage(const xdw::Model& vModel, qint32 vPage);
+    // Percentages: x start, x end, y start, y end.
+    void ConvertPart(qint32 vPage, const QString& vPath, qint32 vDpi, qint32 vColor,
+                     const QString& vType, std::array<qint32, 4> vPercent);
+    void WritePicture(QImage vPicture, const QString& vPath, qint32 vDpi, qint32 vColor, const QString& vType);
 
     std::map<qint32, std::shared_ptr<const xdw::Model>> documents_;
     qint32 nextHandle_ = 1;

@@ -301,3 +301,25 @@ TEST_F(EngineTest, OpenCheckWaitsOutAHolderAndItsRetryWaitsForTheFile)
     EXPECT_FALSE(docuWorks.RetryOpenCheck(late, 0));   // no try at all
     EXPECT_EQ(pauses, 0);
 }
+
+TEST_F(EngineTest, PartsOfPagesAndThumbnailsAreWrittenAsPictures)
+{
+    PageSpec page;
+    page.content = JpegContent(Halves(Qt::red, Qt::blue), page.width, page.height);
+    Open(Write(QStringLiteral("j.xdw"), Document({page})));
+    const QString right = dir_.filePath(QStringLiteral("right.png"));
+    engine_.ConvertPageToImageFileEx(1, right, 100, 1, 50, 100, 10, 20);
+    ASSERT_EQ(engine_.LastResult(), 0) << engine_.LastReason().toStdString();
+    const QImage part(right);
+    EXPECT_EQ(part.size(), QSize(827 - 413, 117));
+    EXPECT_TRUE(Near(part.pixel(20, 50), Qt::blue));
+    for (auto [xs, xe] : {std::pair{50, 50}, {-1, 10}, {0, 101}, {60, 40}}) {
+        engine_.ConvertPageToImageFileEx(1, right, 100, 1, xs, xe, 0, 100);
+        EXPECT_EQ(engine_.LastResult(), XdwResult::InvalidArg);
+    }
+    // A page without a stored thumbnail gets one drawn small.
+    const QString thumb = dir_.filePath(QStringLiteral("t.png"));
+    engine_.ConvertPageToThumbnailImageFile(1, thumb);
+    ASSERT_EQ(engine_.LastResult(), 0);
+    EXPECT_EQ(QImage(thumb).size(), QSize(99, 140));
+}

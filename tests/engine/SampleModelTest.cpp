@@ -157,3 +157,12 @@ TEST(SampleModel, EveryPageOfEverySampleDrawsAtA4Size)
         }
     }
 }
+
+TEST(SampleModel, StoredThumbnailIsTheWhite104By146Picture)
+{
+    SAMPLE_OR_SKIP(bytes, "blank-1-page-gen7.xdw");
+    const QImage thumbnail = xdw::PageThumbnail(xdw::Model(bytes), 0);
+    ASSERT_EQ(thumbnail.size(), QSize(104, 146));
+    EXPECT_EQ(thumbnail.pixel(0, 0), qRgb(255, 255, 255));
+    EXPECT_EQ(thumbnail.pixel(103, 145), qRgb(255, 255, 255));
+}
