@@ -5,7 +5,6 @@
 #include "engine/FormatError.h"
 #include "engine/emf/EmfPlayer.h"
 
-#include <QFont>
 #include <QPainter>
 #include <QTransform>
 
@@ -93,7 +92,6 @@ QSize PixelSize(const Page& vPage, int vDpi)
 void PaintPage(QPainter& vPainter, const Model& vModel, int vIndex, double vScale)
 {
     const Page& page = PageAt(vModel, vIndex);
-    MapDocumentFonts();
     vPainter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing
                             | QPainter::SmoothPixmapTransform);
     for (const Placement& placement : page.placements)
@@ -156,25 +154,6 @@ QString PageText(const Model& vModel, int vIndex)
         parts.append(drawn);
     }
     return parts.join(u'\n');
-}
-
-void MapDocumentFonts()
-{
-    static const bool mapped = [] {
-        const QStringList gothic{QStringLiteral("Noto Sans CJK JP"), QStringLiteral("IPAGothic"),
-                                 QStringLiteral("IPAPGothic")};
-        const QStringList mincho{QStringLiteral("Noto Serif CJK JP"), QStringLiteral("IPAMincho"),
-                                 QStringLiteral("IPAPMincho")};
-        for (const char16_t* face : {u"ＭＳ ゴシック", u"ＭＳ Ｐゴシック", u"MS Gothic", u"MS PGothic",
-                                     u"MS UI Gothic", u"Yu Gothic UI", u"Yu Gothic", u"游ゴシック",
-                                     u"メイリオ", u"Meiryo", u"Meiryo UI"})
-            QFont::insertSubstitutions(QString::fromUtf16(face), gothic);
-        for (const char16_t* face : {u"ＭＳ 明朝", u"ＭＳ Ｐ明朝", u"MS Mincho", u"MS PMincho",
-                                     u"Yu Mincho", u"游明朝"})
-            QFont::insertSubstitutions(QString::fromUtf16(face), mincho);
-        return true;
-    }();
-    (void)mapped;
 }
 
 } // namespace xdw

@@ -34,7 +34,4 @@ QImage PageThumbnail(const Model& vModel, int vIndex);
 // The page's text; empty when it has none.
 QString PageText(const Model& vModel, int vIndex);
 
-// The fonts the documents name, mapped once per process to the Japanese fonts installed here.
-void MapDocumentFonts();
-
 } // namespace xdw

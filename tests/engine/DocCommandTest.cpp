@@ -97,6 +97,9 @@ TEST_F(DocCommandTest, PdfHasOnePagePerDocumentPage)
     const QByteArray pdf = testfiles::ReadBytes(out);
     EXPECT_TRUE(pdf.startsWith("%PDF"));
     EXPECT_EQ(pdf.count("/Type /Page\n") + pdf.count("/Type /Page\r") + pdf.count("/Type /Page "), 2);
+    // Each at its own size in points: A4, then A5.
+    EXPECT_TRUE(pdf.contains("/MediaBox [0 0 595"));
+    EXPECT_TRUE(pdf.contains("/MediaBox [0 0 419") || pdf.contains("/MediaBox [0 0 420"));
 }
 
 TEST_F(DocCommandTest, FailuresAreOneLineWithNumberAndText)

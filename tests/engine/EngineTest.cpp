@@ -82,6 +82,9 @@ TEST_F(EngineTest, BuiltDocumentsAnswerTheirDocumentAndPageQueries)
             EXPECT_EQ(engine_.PageHeight(), 21000);
             EXPECT_EQ(engine_.PageType(), 0);   // no content of its own
             EXPECT_EQ(engine_.PageAnnotations(), 1);
+            engine_.GetPageColorInformation(1);   // blank: nothing on it can be in colour
+            EXPECT_EQ(engine_.PageColor(), 0);
+            EXPECT_EQ(engine_.PageImageDepth(), 1);
             EXPECT_EQ(engine_.GetPageTextToMemory(2), QStringLiteral("見出し"));
             engine_.GetPageInformation(3);
             EXPECT_EQ(engine_.LastResult(), XdwResult::InvalidArg);
@@ -112,6 +115,9 @@ TEST_F(EngineTest, JpegPageDrawsInColourAndInBlackAndWhiteAtTheAskedSize)
     Open(Write(QStringLiteral("j.xdw"), Document({page})));
     engine_.GetPageInformation(1);
     EXPECT_EQ(engine_.PageType(), 1);
+    engine_.GetPageColorInformation(1);
+    EXPECT_EQ(engine_.PageColor(), 1);
+    EXPECT_EQ(engine_.PageImageDepth(), 24);
     const qint32 colour = engine_.ConvertPageToImageHandle(1, 150, 1);
     ASSERT_EQ(engine_.LastResult(), 0) << engine_.LastReason().toStdString();
     EXPECT_EQ(engine_.BitmapWidth(), 1240);
