@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QTransform>
 
+#include <algorithm>
 #include <cmath>
 
 namespace xdw {
@@ -142,15 +143,24 @@ QImage PageThumbnail(const Model& vModel, int vIndex)
 QString PageText(const Model& vModel, int vIndex)
 {
     const Page& page = PageAt(vModel, vIndex);
+    // The page's own text as it is drawn, then the annotations as a reader meets them: top to
+    // bottom, left to right within a line, whatever order they were added in.
+    std::vector<const Placement*> order;
+    for (const Placement& placement : page.placements)
+        order.push_back(&placement);
+    const auto first = order.begin() + (page.HasContent() ? 1 : 0);
+    std::stable_sort(first, order.end(), [](const Placement* a, const Placement* b) {
+        return a->y != b->y ? a->y < b->y : a->x < b->x;
+    });
     QStringList parts;
-    for (const Placement& placement : page.placements) {
+    for (const Placement* placement : order) {
         QStringList drawn;
-        const QByteArrayView fields = vModel.DrawingOf(placement);
+        const QByteArrayView fields = vModel.DrawingOf(*placement);
         const int kind = KindOf(fields);
         if (kind == static_cast<int>(DrawingKind::Emf) || kind == static_cast<int>(DrawingKind::Wmf))
             drawn = emf::Text(ReadDrawing(fields).data);
-        if (drawn.isEmpty() && !placement.text.isEmpty())
-            drawn.append(placement.text);
+        if (drawn.isEmpty() && !placement->text.isEmpty())
+            drawn.append(placement->text);
         parts.append(drawn);
     }
     return parts.join(u'\n');

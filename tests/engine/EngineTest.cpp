@@ -94,6 +94,21 @@ TEST_F(EngineTest, BuiltDocumentsAnswerTheirDocumentAndPageQueries)
     }
 }
 
+TEST_F(EngineTest, AnnotationTextComesInReadingOrder)
+{
+    // Added footer first, then the title, then two notes side by side on one line.
+    PageSpec page;
+    page.annotations = {{0x8011, 1000, 27000, 4000, 500, QStringLiteral("脚注"), {}, 0},
+                        {0x8011, 1000, 1000, 9000, 800, QStringLiteral("表題"), {}, 0},
+                        {0x8011, 11000, 5000, 3000, 500, QStringLiteral("右"), {}, 0},
+                        {0x8011, 1000, 5000, 3000, 500, QStringLiteral("左"), {}, 0}};
+    Open(Write(QStringLiteral("o.xdw"), Document({page})));
+    EXPECT_EQ(engine_.GetPageTextToMemory(1), QStringLiteral("表題\n左\n右\n脚注"));
+    Open(Write(QStringLiteral("none.xdw"), Document({PageSpec{}})));
+    EXPECT_EQ(engine_.GetPageTextToMemory(1), QString());
+    EXPECT_EQ(engine_.LastResult(), XdwResult::InvalidOperation);
+}
+
 TEST_F(EngineTest, BinderCountsItsDocumentsAndTheirPages)
 {
     const QString path = Write(QStringLiteral("b.xbd"),
