@@ -136,7 +136,7 @@ void XdwEngine::GetDocumentInformation()
     });
 }
 
-bool XdwEngine::SetPage(const xdw::Model& vModel, qint32 vPage)
+void XdwEngine::SetPage(const xdw::Model& vModel, qint32 vPage)
 {
     if (vPage < 1 || vPage > static_cast<qint32>(vModel.Pages().size()))
         throw xdw::FormatError{XdwResult::InvalidArg, QStringLiteral("no page %1").arg(vPage)};
@@ -164,7 +164,6 @@ bool XdwEngine::SetPage(const xdw::Model& vModel, qint32 vPage)
     const QSize pixels = xdw::PixelSize(page, resolution);
     page_.imageWidth = pixels.width();
     page_.imageHeight = pixels.height();
-    return true;
 }
 
 void XdwEngine::GetPageInformation(qint32 vPage)

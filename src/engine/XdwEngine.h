@@ -68,7 +68,7 @@ public:
 private:
     // Runs vStep on the selected document; a reader's refusal becomes the last result.
     bool Run(const std::function<void(const xdw::Model&)>& vStep);
-    bool SetPage(const xdw::Model& vModel, qint32 vPage);
+    void SetPage(const xdw::Model& vModel, qint32 vPage);
     // Percentages: x start, x end, y start, y end.
     void ConvertPart(qint32 vPage, const QString& vPath, qint32 vDpi, qint32 vColor,
                      const QString& vType, std::array<qint32, 4> vPercent);
