@@ -11,6 +11,7 @@
 #include "engine/Model.h"
 #include "engine/PageRender.h"
 #include "engine/XdwBuilder.h"
+#include "engine/emf/MetafileWriter.h"
 
 #include <QDir>
 #include <gtest/gtest.h>
@@ -43,6 +44,16 @@ std::vector<Source> Sources()
     jpeg.content = JpegContent(QImage(40, 56, QImage::Format_RGB32), jpeg.width, jpeg.height);
     jpeg.annotations.push_back({0x8011, 100, 100, 2000, 500, QStringLiteral("注記"), {}, 90});
     sources.push_back({QStringLiteral("built-jpeg"), Document({jpeg, PageSpec{}})});
+    // A printed page: compressed metafile content with text, a brush, a bar and a picture strip.
+    testemf::Emf emf(21000, 29700, 4961, 7016, 210, 297);
+    emf.Font(1, -100, 128, QStringLiteral("ＭＳ 明朝"))
+        .TextW(600, 600, QStringLiteral("請求書"), {100, 100, 100})
+        .Brush(2, 0x00336699)
+        .Rect(600, 1200, 4300, 1260)
+        .StretchDib(600, 1400, 400, 200, testemf::DibInfo(4, 2, 8), QByteArray(8, '\x40'), 4, 2);
+    PageSpec printed;
+    printed.content = DrawingFields(4, emf.Finish(), 21000, 29700, true);
+    sources.push_back({QStringLiteral("built-printed"), Document({printed})});
     FileOptions binder = Options(10, true, 0xC014);
     binder.entries.push_back(QByteArray(300, 'e'));
     sources.push_back({QStringLiteral("built-binder"), File(BinderRecords({{PageSpec{}}, {jpeg}}), binder)});
