@@ -9,6 +9,7 @@ namespace emf {
 namespace {
 
 constexpr int kMaxSavedStates = 1024;
+constexpr int kMaxClipElements = 4096;
 
 // GDI's stock objects, by the low bits of an index with the top bit set.
 std::optional<Object> StockObject(quint32 vIndex)
@@ -472,6 +473,13 @@ void Gdi::CombineClip(const std::optional<QPainterPath>& vTarget, int vMode)
     case 3: dc_.clip = current.subtracted(*vTarget).united(vTarget->subtracted(current)); break;
     case 4: dc_.clip = current.subtracted(*vTarget); break;
     default: break;
+    }
+    // Each combination costs more than the last; a drawing that piles up thousands of them gets
+    // the box around its clip rather than an ever slower one.
+    if (dc_.clip && dc_.clip->elementCount() > kMaxClipElements) {
+        QPainterPath box;
+        box.addRect(dc_.clip->boundingRect());
+        dc_.clip = box;
     }
 }
 
