@@ -111,7 +111,8 @@ Outcome Blit(Gdi& vGdi, quint32 vType, const Bytes& r, RecordContext& vContext)
     bool bottomUp = false;
     if (vType == 81 || vType == 80) {
         const qint32 xSrc = r.I32(32), ySrc = r.I32(36), cxSrc = r.I32(40), cySrc = r.I32(44);
-        const QImage image = RecordBitmap(r, r.U32(48), r.U32(52), r.U32(56), r.U32(60), vContext, &bottomUp);
+        const QImage image = RecordBitmap(r, r.U32(48), r.U32(52), r.U32(56), r.U32(60), vContext, &bottomUp,
+                                          vType == 80 ? r.U32(72) : 0);
         if (!vContext.why.isEmpty())
             return Outcome::Bad;
         const quint32 rop = vType == 81 ? r.U32(68) : 0xCC0020;
@@ -144,7 +145,7 @@ Outcome Blit(Gdi& vGdi, quint32 vType, const Bytes& r, RecordContext& vContext)
 } // namespace
 
 QImage RecordBitmap(const Bytes& r, qint64 vInfoAt, qint64 vInfoSize, qint64 vBitsAt, qint64 vBitsSize,
-                    RecordContext& vContext, bool* vBottomUp)
+                    RecordContext& vContext, bool* vBottomUp, qint64 vRows)
 {
     if (vInfoSize == 0)
         return {};
@@ -152,9 +153,13 @@ QImage RecordBitmap(const Bytes& r, qint64 vInfoAt, qint64 vInfoSize, qint64 vBi
         vContext.why = QStringLiteral("bitmap beyond its record");
         return {};
     }
-    const QByteArray info = r.Slice(vInfoAt, vInfoSize).toByteArray();
+    QByteArray info = r.Slice(vInfoAt, vInfoSize).toByteArray();
+    const Bytes header(info);
+    const bool bottomUp = header.U32(0) == 12 || header.I32(8) > 0;
     if (vBottomUp)
-        *vBottomUp = Bytes(info).U32(0) == 12 || Bytes(info).I32(8) > 0;
+        *vBottomUp = bottomUp;
+    if (vRows > 0 && vRows <= 65535 && header.U32(0) >= 40 && vRows < qAbs(qint64(header.I32(8))))
+        qToLittleEndian(qint32(bottomUp ? vRows : -vRows), info.data() + 8);
     QString error;
     QImage image = dib::Decode(info, r.Slice(vBitsAt, vBitsSize).toByteArray(), &error);
     if (image.isNull())

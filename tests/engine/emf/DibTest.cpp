@@ -125,3 +125,19 @@ TEST(Dib, StretchDibitsDrawsBandsUprightScaledAndByTheirRasterOperation)
     EXPECT_EQ(At(patcopy, 20, 20), kBlue);
     EXPECT_EQ(At(patcopy, 35, 35), kWhite);
 }
+
+TEST(Dib, SetDibitsToDeviceBandsCountTheirOwnRowsNotThePictures)
+{
+    // The header speaks of a 2 x 4 picture; the record carries scans 2 and 3 only, the top two.
+    const QByteArray info = DibInfo(2, 4, 8, 0, {0xFF0000, 0x0000FF});
+    const QByteArray bits = QByteArray::fromHex("00000000" "01010000");   // scan 2 red, scan 3 blue
+    const qint32 infoAt = 76, bitsAt = infoAt + qint32(info.size());
+    const QByteArray record = Words({0, 0, 0, 0, 10, 10, 0, 2, 2, 2, infoAt, qint32(info.size()), bitsAt,
+                                     qint32(bits.size()), 0, 2, 2}) + info + bits;
+    emf::PlayResult result;
+    const QImage image = Render(Emf().Add(80, record).Finish(), emf::Mapping::Page, {100, 100}, &result);
+    ASSERT_TRUE(result.ok) << result.error.toStdString();
+    EXPECT_EQ(At(image, 10, 10), kBlue);
+    EXPECT_EQ(At(image, 11, 11), kRed);
+    EXPECT_EQ(At(image, 10, 12), kWhite);
+}
