@@ -542,6 +542,7 @@ void Gdi::PatternBlt(const QRectF& vDest, quint32 vRop)
     if (!painter_ || recording_)
         return;
     Prepare(LogicalToTarget());
+    painter_->setCompositionMode(QPainter::CompositionMode_SourceOver);   // the pen's mix is no blit's
     const QRectF dest = vDest.normalized();
     switch (vRop) {
     case 0x000042: painter_->fillRect(dest, Qt::black); break;

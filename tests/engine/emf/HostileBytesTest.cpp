@@ -130,9 +130,12 @@ TEST(HostileBytes, FlippedBytesAndHugeClaimsNeverCrashOrHang)
             PlayBoth(bytes);
         }
     }
-    // A font two to the thirtieth units high, and a saved state nested past any real drawing.
+    // A font two to the thirtieth units high, a dashed line and an ellipse across the whole
+    // coordinate range, and a saved state nested past any real drawing.
     Emf deep;
     deep.Font(1, 1 << 30, 0, QStringLiteral("Arial")).TextW(0, 0, QStringLiteral("x"));
+    deep.Pen(2, kBlueRef, 0, 1).Add(27, {INT32_MIN, INT32_MIN}).Add(54, {INT32_MAX, INT32_MAX});
+    deep.Add(59, {}).Add(42, {INT32_MIN, INT32_MIN, INT32_MAX, INT32_MAX}).Add(60, {}).Add(64, {0, 0, 0, 0});
     for (int i = 0; i < 1100; ++i)
         deep.Add(33, {});
     emf::PlayResult result;
