@@ -107,6 +107,10 @@ Outcome CreateObject(Gdi& vGdi, quint16 vFunction, const Bytes& p, RecordContext
         break;
     }
     case 0x0142: {
+        if (p.U16(0) == 3) {   // an old device-dependent bitmap, which no record here decodes
+            object = Brush{0, 0, Qt::gray, {}};
+            break;
+        }
         QImage pattern = PackedBitmap(p, 4, vContext, nullptr);
         if (!vContext.why.isEmpty())
             return Outcome::Bad;
