@@ -236,9 +236,10 @@ qint64 InfoSize(QByteArrayView vPacked)
     Header h;
     if (!ReadHeader(info, h, nullptr))
         return -1;
-    if (h.bpp > 8)
-        return h.tableAt + qint64(info.U32(32)) * 4 <= vPacked.size() ? h.tableAt + qint64(info.U32(32)) * 4 : h.tableAt;
-    return h.tableAt + h.colours * h.entrySize;
+    // Deep bitmaps may still carry a table (for palette devices); the bits start after it.
+    const qint64 optional = h.bpp > 8 && h.entrySize == 4 ? qint64(info.U32(32)) * 4 : 0;
+    const qint64 size = h.tableAt + (h.bpp > 8 ? optional : h.colours * h.entrySize);
+    return size <= vPacked.size() ? size : h.tableAt;
 }
 
 QImage Decode(const QByteArray& info, const QByteArray& bits, QString* error)

@@ -72,12 +72,14 @@ Outcome PolyPoly(Gdi& vGdi, quint32 vType, const Bytes& r, RecordContext& vConte
     return Outcome::Done;
 }
 
-Outcome TextOut(Gdi& vGdi, bool vWide, const Bytes& r, RecordContext& vContext)
+// One string of a text record: its reference point, count, string and spacing offsets (from the
+// record's start), options and rectangle, at the given place in the record.
+Outcome TextOut(Gdi& vGdi, bool vWide, const Bytes& r, qint64 vAt, RecordContext& vContext)
 {
-    const QPointF reference = Point(r, 36);
-    const qint64 count = r.U32(44), stringAt = r.U32(48), dxAt = r.U32(72);
-    const quint32 options = r.U32(52);
-    const QRectF rect = Box(r, 56);
+    const QPointF reference = Point(r, vAt);
+    const qint64 count = r.U32(vAt + 8), stringAt = r.U32(vAt + 12), dxAt = r.U32(vAt + 36);
+    const quint32 options = r.U32(vAt + 16);
+    const QRectF rect = Box(r, vAt + 20);
     const QByteArrayView raw = r.Slice(stringAt, count * (vWide ? 2 : 1));
     const qint64 dxCount = count * ((options & 0x2000) ? 2 : 1);   // with y advances in between
     if (r.short_() || (dxAt != 0 && count > 0 && !r.Has(dxAt, dxCount * 4)))
@@ -111,7 +113,8 @@ Outcome Blit(Gdi& vGdi, quint32 vType, const Bytes& r, RecordContext& vContext)
     bool bottomUp = false;
     if (vType == 81 || vType == 80) {
         const qint32 xSrc = r.I32(32), ySrc = r.I32(36), cxSrc = r.I32(40), cySrc = r.I32(44);
-        const QImage image = RecordBitmap(r, r.U32(48), r.U32(52), r.U32(56), r.U32(60), vContext, &bottomUp);
+        const QImage image = RecordBitmap(r, r.U32(48), r.U32(52), r.U32(56), r.U32(60), vContext, &bottomUp,
+                                          vType == 80 ? r.U32(72) : 0);
         if (!vContext.why.isEmpty())
             return Outcome::Bad;
         const quint32 rop = vType == 81 ? r.U32(68) : 0xCC0020;
@@ -144,7 +147,7 @@ Outcome Blit(Gdi& vGdi, quint32 vType, const Bytes& r, RecordContext& vContext)
 } // namespace
 
 QImage RecordBitmap(const Bytes& r, qint64 vInfoAt, qint64 vInfoSize, qint64 vBitsAt, qint64 vBitsSize,
-                    RecordContext& vContext, bool* vBottomUp)
+                    RecordContext& vContext, bool* vBottomUp, qint64 vRows)
 {
     if (vInfoSize == 0)
         return {};
@@ -152,9 +155,13 @@ QImage RecordBitmap(const Bytes& r, qint64 vInfoAt, qint64 vInfoSize, qint64 vBi
         vContext.why = QStringLiteral("bitmap beyond its record");
         return {};
     }
-    const QByteArray info = r.Slice(vInfoAt, vInfoSize).toByteArray();
+    QByteArray info = r.Slice(vInfoAt, vInfoSize).toByteArray();
+    const Bytes header(info);
+    const bool bottomUp = header.U32(0) == 12 || header.I32(8) > 0;
     if (vBottomUp)
-        *vBottomUp = Bytes(info).U32(0) == 12 || Bytes(info).I32(8) > 0;
+        *vBottomUp = bottomUp;
+    if (vRows > 0 && vRows <= 65535 && header.U32(0) >= 40 && vRows < qAbs(qint64(header.I32(8))))
+        qToLittleEndian(qint32(bottomUp ? vRows : -vRows), info.data() + 8);
     QString error;
     QImage image = dib::Decode(info, r.Slice(vBitsAt, vBitsSize).toByteArray(), &error);
     if (image.isNull())
@@ -170,7 +177,16 @@ Outcome EmfDrawRecord(Gdi& vGdi, quint32 vType, const Bytes& r, RecordContext& v
     case 7: case 8: case 90: case 91:
         return PolyPoly(vGdi, vType, r, vContext);
     case 83: case 84:
-        return TextOut(vGdi, vType == 84, r, vContext);
+        return TextOut(vGdi, vType == 84, r, 36, vContext);
+    case 96: case 97: {   // several strings, each laid out as the single one is
+        const qint64 strings = r.U32(36);
+        if (!r.Has(40, strings * 40))
+            return Bad(vContext, "strings beyond their record");
+        for (qint64 i = 0; i < strings; ++i)
+            if (TextOut(vGdi, vType == 97, r, 40 + 40 * i, vContext) == Outcome::Bad)
+                return Outcome::Bad;
+        return Outcome::Done;
+    }
     case 76: case 77: case 80: case 81:
         return Blit(vGdi, vType, r, vContext);
     case 27: vGdi.MoveTo(Point(r, 8)); break;

@@ -44,8 +44,10 @@ PlayResult PlayWmf(QPainter* vPainter, const QByteArray& vBytes, const QRectF& v
 Outcome PrivateComment(Gdi& vGdi, const Bytes& vData, const Bytes& vRecord, RecordContext& vContext);
 
 // A bitmap carried in a record as BITMAPINFO and bits at offsets from the record's start. A null
-// image with nothing in why means the record carries no bitmap.
+// image with nothing in why means the record carries no bitmap. A band of rows (from
+// SetDIBitsToDevice) gives their count, as its header may count the rows of the whole picture.
 QImage RecordBitmap(const Bytes& vRecord, qint64 vInfoAt, qint64 vInfoSize, qint64 vBitsAt,
-                    qint64 vBitsSize, RecordContext& vContext, bool* vBottomUp = nullptr);
+                    qint64 vBitsSize, RecordContext& vContext, bool* vBottomUp = nullptr,
+                    qint64 vRows = 0);
 
 } // namespace emf

@@ -32,7 +32,7 @@ bool Points(const Bytes& p, qint64 vAt, qint64 vCount, QPolygonF* vOut)
 }
 
 // A packed bitmap (info and bits in one run) from at to the end of the record.
-QImage PackedBitmap(const Bytes& p, qint64 vAt, RecordContext& vContext, bool* vBottomUp)
+QImage PackedBitmap(const Bytes& p, qint64 vAt, RecordContext& vContext, bool* vBottomUp, qint64 vRows = 0)
 {
     const QByteArrayView packed = p.Slice(vAt, p.size() - vAt);
     const qint64 infoSize = dib::InfoSize(packed);
@@ -41,7 +41,7 @@ QImage PackedBitmap(const Bytes& p, qint64 vAt, RecordContext& vContext, bool* v
         return {};
     }
     const Bytes whole(packed);
-    return RecordBitmap(whole, 0, infoSize, infoSize, packed.size() - infoSize, vContext, vBottomUp);
+    return RecordBitmap(whole, 0, infoSize, infoSize, packed.size() - infoSize, vContext, vBottomUp, vRows);
 }
 
 // The blits with a bitmap: source height, width, y, x, then destination height, width, y, x
@@ -78,7 +78,7 @@ Outcome Blit(Gdi& vGdi, quint16 vFunction, const Bytes& p, qint64 vWords, Record
 Outcome SetDibToDevice(Gdi& vGdi, const Bytes& p, RecordContext& vContext)
 {
     bool bottomUp = false;
-    const QImage image = PackedBitmap(p, 18, vContext, &bottomUp);
+    const QImage image = PackedBitmap(p, 18, vContext, &bottomUp, p.U16(2));
     if (image.isNull())
         return vContext.why.isEmpty() ? Outcome::Done : Outcome::Bad;
     const qint32 first = p.U16(4), ySrc = p.I16(6), xSrc = p.I16(8), h = p.I16(10), w = p.I16(12);
@@ -107,6 +107,10 @@ Outcome CreateObject(Gdi& vGdi, quint16 vFunction, const Bytes& p, RecordContext
         break;
     }
     case 0x0142: {
+        if (p.U16(0) == 3) {   // an old device-dependent bitmap, which no record here decodes
+            object = Brush{0, 0, Qt::gray, {}};
+            break;
+        }
         QImage pattern = PackedBitmap(p, 4, vContext, nullptr);
         if (!vContext.why.isEmpty())
             return Outcome::Bad;

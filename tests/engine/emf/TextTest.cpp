@@ -93,3 +93,19 @@ TEST(EmfText, WesternCodePageHighHalfIsPinned)
     // The system character set is Japanese where these documents are made.
     EXPECT_EQ(emf::DecodeNarrow(Cp932::Encode(QStringLiteral("ｶﾅ漢字")), 1), QStringLiteral("ｶﾅ漢字"));
 }
+
+TEST(EmfText, PolyTextOutGivesOneEntryPerStringAndGlyphIndexTextNone)
+{
+    // Two strings in one record, each with its own reference point and offsets.
+    QByteArray record = Words({0, 0, -1, -1, 1, 0, 0, 2});
+    const qint32 first = 40 + 2 * 40, second = first + 4;
+    record += Words({0, 0, 2, first, 0, 0, 0, 0, 0, 0});
+    record += Words({0, 30, 1, second, 0, 0, 0, 0, 0, 0});
+    record += QByteArray("ab\0\0z\0\0\0", 8);
+    const QByteArray emf = Emf().Add(96, record).Text(0, 0, QByteArray("\x01\x00", 2), 1, true, {}, 0x10).Finish();
+    EXPECT_EQ(emf::Text(emf), (QStringList{QStringLiteral("ab"), QStringLiteral("z"), QString()}));
+    emf::PlayResult result;
+    Render(emf, emf::Mapping::Page, {100, 100}, &result);
+    EXPECT_TRUE(result.ok) << result.error.toStdString();
+    EXPECT_EQ(result.unsupportedRecords, 0);
+}
