@@ -143,8 +143,7 @@ void Model::Build(const std::vector<Record>& vRecords)
                 list.push_back(std::move(placement));
         }
     }
-    if (documents_.empty())
-        Refuse(QStringLiteral("no document in the file"));
+    // A binder may hold no document yet: it was saved so when it was made.
 }
 
 } // namespace xdw

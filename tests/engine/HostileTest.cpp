@@ -1,5 +1,6 @@
 // Files made to hurt a reader, each aimed at one limit: the refusal must come from the check
 // meant for it, before any allocation taken from a claimed size.
+#include "common/TestFiles.h"
 #include "document/XdwApi.h"
 #include "engine/FormatError.h"
 #include "engine/Lh5.h"
@@ -8,6 +9,7 @@
 #include "engine/Tlv.h"
 #include "engine/XdwBuilder.h"
 
+#include <QDir>
 #include <gtest/gtest.h>
 
 using namespace xdwtest;
@@ -126,4 +128,25 @@ TEST(Hostile, PageWithADrawingOfAnUnknownKindCountsButDoesNotDraw)
     // A drawing that names JPEG but holds something else is refused, not decoded.
     page.content = DrawingFields(5, QByteArray(64, 'x'), 21000, 29700, true);
     EXPECT_THROW((void)xdw::RenderPage(xdw::Model(Document({page})), 0, 50, true), xdw::FormatError);
+}
+
+TEST(Hostile, FilesCutAtEveryLengthOpenAsAnEarlierSaveOrAreRefused)
+{
+    const QString dir = testfiles::SharedTestData(QStringLiteral("xdw"));
+    if (dir.isEmpty())
+        GTEST_SKIP() << "no shared test data beside the checkout";
+    for (const QString& name : QDir(dir).entryList({QStringLiteral("*.xdw"), QStringLiteral("*.xbd")})) {
+        const QByteArray whole = testfiles::ReadBytes(dir + u'/' + name);
+        int opened = 0;
+        for (qsizetype n = 0; n < whole.size(); ++n) {
+            const xdw::FormatError e = Refusal(whole.first(n));
+            if (e.code == 0)
+                ++opened;
+            else
+                EXPECT_TRUE(e.code == XdwResult::BadFormat || e.code == XdwResult::NewerVersion) << n;
+        }
+        // A file cut where an earlier save ended is that save, whole: the three-save binder has
+        // two such places (the first an empty binder), the one-save documents none.
+        EXPECT_EQ(opened, name.endsWith(QStringLiteral(".xbd")) ? 2 : 0) << name.toStdString();
+    }
 }
