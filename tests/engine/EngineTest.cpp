@@ -255,6 +255,14 @@ TEST_F(EngineTest, DocumentClassesOpenThroughTheEngineAndRaise6300)
     {
         DocuWorksClass docuWorks;
         EXPECT_EQ(docuWorks.DocuWorksVersion(), XdwEngine::EngineVersion());
+        // No installation folders: the query says the information does not exist.
+        try {
+            (void)docuWorks.GetInformation(QStringLiteral("INSTALLPATH"));
+            FAIL() << "an install path was answered";
+        } catch (const AppError& e) {
+            EXPECT_EQ(e.Description(),
+                      QStringLiteral("GetInformation : 問い合わせた情報(インストール情報、属性値など)は存在しません。"));
+        }
         const auto file = docuWorks.OpenXdw(good, 1);
         file->GetDocumentInformation();
         EXPECT_EQ(file->Pages(), 2);
