@@ -87,16 +87,11 @@ QByteArray FormatOf(const QString& vPath)
     throw UsageError{u"the output must end in .png, .tif, .tiff, .jpg or .jpeg: "_s + vPath};
 }
 
-// The engine's own failure as a raised error, with the line about the file that callers of
-// the document classes don't see.
+// The engine's own failure raised as the document classes raise theirs.
 void Check(XdwEngine& vEngine, const QString& vOperation)
 {
-    if (vEngine.LastResult() == XdwResult::Success)
-        return;
-    QString text = vOperation + u" : "_s + vEngine.LastErrorText();
-    if (!vEngine.LastReason().isEmpty() && vEngine.LastReason() != vEngine.LastErrorText())
-        text += u" ("_s + vEngine.LastReason() + u')';
-    throw AppError(AppError::Document, text);
+    if (vEngine.LastResult() != XdwResult::Success)
+        throw AppError(AppError::Document, vOperation + u" : "_s + vEngine.LastErrorText());
 }
 
 void Info(DocuWorksFileClass& vFile, QTextStream& vOut)
@@ -195,7 +190,13 @@ int RunDocCommand(const QStringList& vArguments, QTextStream& vOut, QTextStream&
         vErr << "marnoquill-doc: " << e.text << '\n';
         return 1;
     } catch (const AppError& e) {
-        vErr << "marnoquill-doc: error " << e.Number() << ": " << e.Description() << '\n';
+        // The runtime's text is what users of the Windows build know; the engine's own line
+        // says what in the file did not fit, when it is not already there.
+        QString text = e.Description();
+        const QString reason = engine->LastResult() != XdwResult::Success ? engine->LastReason() : QString();
+        if (!reason.isEmpty() && !text.contains(reason))
+            text += u" ("_s + reason + u')';
+        vErr << "marnoquill-doc: error " << e.Number() << ": " << text << '\n';
         return 1;
     }
     vOut.flush();

@@ -109,7 +109,7 @@ TEST_F(DocCommandTest, FailuresAreOneLineWithNumberAndText)
     const std::vector<std::pair<QStringList, QString>> cases = {
         {{QStringLiteral("info"), bad},
          QStringLiteral("marnoquill-doc: error 6300: OpenXdw : 指定されたDocuWorks文書ファイルが正しいフォーマットではありません。 [File=")
-             + bad + QStringLiteral("]\n")},
+             + bad + QStringLiteral("] (not a DocuWorks header)\n")},
         {{QStringLiteral("text"), path_, QStringLiteral("3")},
          QStringLiteral("marnoquill-doc: no page 3 (the document has 2)\n")},
         {{QStringLiteral("render"), path_, QStringLiteral("1"), QStringLiteral("-o"), QStringLiteral("x.bmpx")},
