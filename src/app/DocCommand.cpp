@@ -87,11 +87,16 @@ QByteArray FormatOf(const QString& vPath)
     throw UsageError{u"the output must end in .png, .tif, .tiff, .jpg or .jpeg: "_s + vPath};
 }
 
-// The engine's own failure raised as the document classes raise theirs.
+// The engine's own failure raised as the document classes raise theirs, with the engine's line
+// about the file taken now: closing the document on the way out clears it.
 void Check(XdwEngine& vEngine, const QString& vOperation)
 {
-    if (vEngine.LastResult() != XdwResult::Success)
-        throw AppError(AppError::Document, vOperation + u" : "_s + vEngine.LastErrorText());
+    if (vEngine.LastResult() == XdwResult::Success)
+        return;
+    QString text = vOperation + u" : "_s + vEngine.LastErrorText();
+    if (!vEngine.LastReason().isEmpty())
+        text += u" ("_s + vEngine.LastReason() + u')';
+    throw AppError(AppError::Document, text);
 }
 
 void Info(DocuWorksFileClass& vFile, QTextStream& vOut)
@@ -191,7 +196,7 @@ int RunDocCommand(const QStringList& vArguments, QTextStream& vOut, QTextStream&
         return 1;
     } catch (const AppError& e) {
         // The runtime's text is what users of the Windows build know; the engine's own line
-        // says what in the file did not fit, when it is not already there.
+        // says what in the file did not fit, when a failed open left it there.
         QString text = e.Description();
         const QString reason = engine->LastResult() != XdwResult::Success ? engine->LastReason() : QString();
         if (!reason.isEmpty() && !text.contains(reason))

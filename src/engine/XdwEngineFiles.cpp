@@ -71,7 +71,7 @@ void XdwEngine::WritePicture(QImage vPicture, const QString& vPath, qint32 vDpi,
     vPicture.setDotsPerMeterX(qRound(dotsPerMetre));
     vPicture.setDotsPerMeterY(qRound(dotsPerMetre));
     if (!writer.write(vPicture))
-        throw xdw::FormatError{XdwResult::WriteFault, writer.errorString()};
+        throw xdw::FormatError{XdwResult::WriteFault, QStringLiteral("cannot write %1: %2").arg(vPath, writer.errorString())};
 }
 
 void XdwEngine::PaintPage(QPainter& vPainter, qint32 vPage, double vScale)

@@ -110,6 +110,11 @@ TEST_F(DocCommandTest, FailuresAreOneLineWithNumberAndText)
         {{QStringLiteral("info"), bad},
          QStringLiteral("marnoquill-doc: error 6300: OpenXdw : 指定されたDocuWorks文書ファイルが正しいフォーマットではありません。 [File=")
              + bad + QStringLiteral("] (not a DocuWorks header)\n")},
+        // A failure while the document is open keeps its reason through the close.
+        {{QStringLiteral("render"), path_, QStringLiteral("1"), QStringLiteral("-o"), dir_.filePath(QStringLiteral("no/p.png"))},
+         QStringLiteral("marnoquill-doc: error 6300: ConvertPageToImageFile : 書き込み中にエラーが発生しました。 (cannot write ")
+             + dir_.filePath(QStringLiteral("no/p.png"))
+             + QStringLiteral(": Cannot open device for writing: No such file or directory)\n")},
         {{QStringLiteral("text"), path_, QStringLiteral("3")},
          QStringLiteral("marnoquill-doc: no page 3 (the document has 2)\n")},
         {{QStringLiteral("render"), path_, QStringLiteral("1"), QStringLiteral("-o"), QStringLiteral("x.bmpx")},
