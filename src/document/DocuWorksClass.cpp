@@ -7,6 +7,8 @@
 #include "support/CommonLibClass.h"
 #include "support/DirClass.h"
 
+#include <QTime>
+
 #include <array>
 #include <vector>
 
@@ -44,6 +46,35 @@ std::shared_ptr<DocuWorksFileClass> DocuWorksClass::OpenXdw(const QString& vPath
     file->OpenXdw(vPath, vOption);
     file->SetDocuWorksVersion(GetInformation(u"VERSION"_s));
     return file;
+}
+
+bool DocuWorksClass::OpenCheck(const QString& vPath)
+{
+    try {
+        DocuWorksFileClass file(engine_);
+        file.OpenXdw(vPath, 1);
+        return true;
+    } catch (const AppError&) {
+        return false;
+    }
+}
+
+bool DocuWorksClass::RetryOpenCheck(const QString& vPath, qint32 vRetrySec)
+{
+    // The clock is the seconds since midnight in single precision, as the retry has always
+    // read it; the sum after midnight stands as it always was, however long it makes the wait.
+    auto now = [] { return static_cast<float>(QTime::currentTime().msecsSinceStartOfDay()) / 1000.0f; };
+    const float start = now();
+    float current = start;
+    while (start + static_cast<float>(vRetrySec) > current) {
+        if (OpenCheck(vPath))
+            return true;
+        XdwRetryWait(100);
+        current = now();
+        if (current < start)
+            current = start + current + 1;
+    }
+    return false;
 }
 
 qint16 DocuWorksClass::InformationKeyNumber(const QString& vKey)

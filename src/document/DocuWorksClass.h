@@ -42,6 +42,12 @@ public:
     // doesn't open; a document that failed to open stays in the list all the same.
     std::shared_ptr<DocuWorksFileClass> OpenXdw(const QString& vPath, qint16 vOption);
 
+    // True when vPath opens as a document (and is closed again at once); any failure is False.
+    bool OpenCheck(const QString& vPath);
+    // OpenCheck until it succeeds or vRetrySec seconds have passed, with a pause of 100 ms
+    // between tries in which the window stays alive. 0 seconds makes no try and says False.
+    bool RetryOpenCheck(const QString& vPath, qint32 vRetrySec);
+
     // What the runtime knows of its installation: "VERSION", "INSTALLPATH", "BINPATH",
     // "PLUGINPATH", "FOLDERROOTPATH", "USERFOLDERPATH", "SYSTEMFOLDERPATH", "RECEIVEFOLDERPATH",
     // "SENDFOLDERPATH", "DWINPUTPATH", "DWDESKPATH", "DWVIEWERPATH", "DWVLTPATH"; any other key

@@ -1,0 +1,48 @@
+#pragma once
+// The expanded properties block as records: one per object, in tree order, each with its depth,
+// its kind and its attributes. The tree is rebuilt from the depths with a stack of the open
+// ancestors, never by recursion, so a crafted nesting costs nothing but the limit check.
+
+#include "engine/Tlv.h"
+
+#include <QByteArrayView>
+#include <QString>
+#include <QtGlobal>
+
+#include <vector>
+
+namespace xdw {
+
+class Container;
+
+struct Attribute {
+    quint8 tagClass = 0;   // 2 a value, 3 a reference to an entry
+    bool constructed = false;
+    quint32 number = 0;
+    QByteArrayView value;
+};
+
+struct Record {
+    int depth = 0;
+    quint32 kind = 0;
+    qsizetype parent = -1;   // index of the parent record, -1 for the root
+    std::vector<Attribute> attributes;
+    // Names of attributes 2001 and up, as this record declares them.
+    std::vector<std::pair<quint32, QString>> names;
+
+    const Attribute* Find(quint32 vNumber) const;
+    const Attribute* Named(QStringView vName) const;
+};
+
+// The records of vProperties; references to entries (long declaration lists) go through
+// vContainer. Refuses the file when a record or the tree does not fit.
+std::vector<Record> ReadRecords(QByteArrayView vProperties, const Container& vContainer);
+
+// The value of an attribute, following a reference to an entry.
+QByteArrayView ValueOf(const Attribute& vAttribute, const Container& vContainer);
+
+// Text stored as cp932 ending in a zero byte, or as UTF-16LE ending in a zero unit.
+QString NarrowText(QByteArrayView vValue);
+QString WideText(QByteArrayView vValue);
+
+} // namespace xdw
