@@ -52,6 +52,15 @@ TEST(EmfText, CharactersLandInTheirBoxAtTheirSpacing)
     EXPECT_EQ(DarkIn(above, QRect(0, 53, 100, 47)), 0);
 }
 
+TEST(EmfText, TopAlignedTextStaysInsideItsCellWhateverTheStandInFont)
+{
+    // A page-number annotation: one digit whose em nearly fills the box, aligned by its top.
+    const QImage image = Render(Emf().Font(1, -90, 128, QStringLiteral("ＭＳ ゴシック")).Add(18, {1})
+                                    .TextW(5, 5, QStringLiteral("3")).Finish());
+    EXPECT_GT(DarkIn(image, QRect(0, 60, 100, 35)), 50);   // the digit's lower half is there
+    EXPECT_EQ(DarkIn(image, QRect(0, 96, 100, 4)), 0);     // and ends above the cell's bottom
+}
+
 TEST(EmfText, DoubleByteCharactersAdvanceByBothOfTheirWidths)
 {
     // "日本" with one width per byte: 0 and 40 for each character puts the second at x = 40.
