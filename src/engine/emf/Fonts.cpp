@@ -21,20 +21,28 @@ constexpr char16_t kCp1252High[32] = {
 
 QStringList FontFamilies(const QString& vFace, int vCharset)
 {
-    // "ＭＳ ゴシック" and "MS Gothic" are one face: fold the full-width letters and drop the spaces.
-    const QString key = vFace.normalized(QString::NormalizationForm_KC).remove(u' ').toLower();
-    static const QStringList kSans{QStringLiteral("Noto Sans CJK JP"), QStringLiteral("IPAGothic"),
-                                   QStringLiteral("IPAPGothic")};
-    static const QStringList kSerif{QStringLiteral("Noto Serif CJK JP"), QStringLiteral("IPAMincho"),
-                                    QStringLiteral("IPAPMincho")};
+    // "ＭＳ ゴシック" and "MS Gothic" are one face: fold the full-width letters and drop the spaces
+    // and the "@" of the vertical-writing faces.
+    QString key = vFace.normalized(QString::NormalizationForm_KC).remove(u' ').toLower();
+    if (key.startsWith(u'@'))
+        key.remove(0, 1);
+    // The fixed-pitch faces lay Latin letters in half-width cells; a proportional stand-in would
+    // leave gaps after narrow letters, so they get the fixed-pitch Japanese fonts.
+    static const QStringList kSansFixed{QStringLiteral("Noto Sans Mono CJK JP"), QStringLiteral("IPAGothic")};
+    static const QStringList kSerifFixed{QStringLiteral("IPAMincho"), QStringLiteral("Noto Serif CJK JP")};
+    static const QStringList kSans{QStringLiteral("Noto Sans CJK JP"), QStringLiteral("IPAPGothic"),
+                                   QStringLiteral("IPAGothic")};
+    static const QStringList kSerif{QStringLiteral("Noto Serif CJK JP"), QStringLiteral("IPAPMincho"),
+                                    QStringLiteral("IPAMincho")};
     QStringList families;
     if (!vFace.isEmpty())
         families << vFace;
+    const bool fixed = key == u"msゴシック" || key == u"msgothic" || key == u"ms明朝" || key == u"msmincho";
     if (key.contains(u"明朝") || key.contains(u"mincho"))
-        return families + kSerif;
+        return families + (fixed ? kSerifFixed : kSerif);
     if (key.contains(u"ゴシック") || key.contains(u"gothic") || key.contains(u"meiryo") ||
         key.contains(u"メイリオ") || Japanese(vCharset))
-        return families + kSans;
+        return families + (fixed ? kSansFixed : kSans);
     // A Latin face that is not installed still needs a font that has kana and kanji behind it.
     return families + QStringList{QStringLiteral("serif")} + kSans;
 }

@@ -54,10 +54,23 @@ void Gdi::Draw(const QPainterPath& vLogical, bool vStroke, bool vFill)
 void Gdi::AddToPath(const QPainterPath& vLogical, bool vContinue)
 {
     const QPainterPath mapped = LogicalToTarget().map(vLogical);
-    if (vContinue && path_.elementCount() > 0)
-        path_.connectPath(mapped);
-    else
+    if (!vContinue || path_.elementCount() == 0) {
         path_.addPath(mapped);
+        return;
+    }
+    // The figure goes on from the current position, which the path already ends at. Qt's own
+    // connectPath would drop a figure's opening move and join it to the previous figure.
+    for (int i = 1; i < mapped.elementCount(); ++i) {
+        const QPainterPath::Element e = mapped.elementAt(i);
+        if (e.isMoveTo()) {
+            path_.moveTo(e);
+        } else if (e.isLineTo()) {
+            path_.lineTo(e);
+        } else if (i + 2 < mapped.elementCount()) {
+            path_.cubicTo(e, mapped.elementAt(i + 1), mapped.elementAt(i + 2));
+            i += 2;
+        }
+    }
 }
 
 void Gdi::MoveTo(QPointF vPoint)

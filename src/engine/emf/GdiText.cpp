@@ -15,6 +15,8 @@ enum : quint32 {
     kOpaque = 2, kClipped = 4,
 };
 
+constexpr double kAscentEm = 0.88, kDescentEm = 0.21;
+
 QFont MakeFont(const Font& vFont, double vPixels)
 {
     QFont font;
@@ -70,7 +72,13 @@ void Gdi::Text(QPointF vReference, const QString& vText, const QList<double>& vA
         dc_.position.rx() += total / sx;
     const quint32 horizontal = dc_.textAlign & kCenter, vertical = dc_.textAlign & kBaseline;
     const double left = horizontal == kCenter ? -total / 2 : horizontal == kRight ? -total : 0;
-    const double baseline = vertical == kBaseline ? 0 : vertical == kBottom ? -metrics.descent() : metrics.ascent();
+    // The stand-in fonts reach further above and below than the Windows faces documents name
+    // (Noto CJK's ascent is 1.16 em, MS Gothic's 0.86), so text placed by its top or bottom would
+    // sink out of its box; the cell is held to the Windows faces' own proportions.
+    const double em = font.pixelSize();
+    const double ascent = std::min(metrics.ascent(), kAscentEm * em);
+    const double descent = std::min(metrics.descent(), kDescentEm * em);
+    const double baseline = vertical == kBaseline ? 0 : vertical == kBottom ? -descent : ascent;
 
     if (vOptions & kOpaque) {
         Prepare(t);
@@ -89,7 +97,7 @@ void Gdi::Text(QPointF vReference, const QString& vText, const QList<double>& vA
     painter_->setTransform(QTransform().rotate(angle) * QTransform::fromTranslate(at.x(), at.y()) * base_);
     painter_->setCompositionMode(QPainter::CompositionMode_SourceOver);
     if (dc_.bkMode == 2)
-        painter_->fillRect(QRectF(left, baseline - metrics.ascent(), total, metrics.height()), dc_.bkColour);
+        painter_->fillRect(QRectF(left, baseline - ascent, total, ascent + descent), dc_.bkColour);
     painter_->setFont(font);
     painter_->setPen(dc_.textColour);
     if (vAdvances.isEmpty()) {

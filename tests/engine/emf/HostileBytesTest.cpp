@@ -63,12 +63,15 @@ QByteArray EveryKindOfWmf()
         .Finish();
 }
 
-void PlayBoth(const QByteArray& vBytes)
+// Plays the bytes as a page or as an annotation (the two map differently) and reads their text.
+void PlayBoth(const QByteArray& vBytes, emf::Mapping vMapping = emf::Mapping::Page)
 {
     QImage image(40, 40, QImage::Format_RGB32);
     image.fill(Qt::white);
     QPainter painter(&image);
-    emf::PlayResult result = emf::Play(painter, vBytes, QRectF(0, 0, 40, 40));
+    emf::PlayOptions options;
+    options.mapping = vMapping;
+    emf::PlayResult result = emf::Play(painter, vBytes, QRectF(0, 0, 40, 40), options);
     if (!result.ok) {
         EXPECT_FALSE(result.error.isEmpty());
     }
@@ -127,7 +130,7 @@ TEST(HostileBytes, FlippedBytesAndHugeClaimsNeverCrashOrHang)
                 static constexpr char kNasty[] = {'\x00', '\x7F', '\x80', '\xFF'};
                 bytes[at] = variant % 2 ? char(bytes[at] ^ (1 << random.bounded(8))) : kNasty[random.bounded(4)];
             }
-            PlayBoth(bytes);
+            PlayBoth(bytes, variant % 3 ? emf::Mapping::Page : emf::Mapping::Annotation);
         }
     }
     // A font two to the thirtieth units high, a dashed line and an ellipse across the whole

@@ -80,6 +80,17 @@ TEST(EmfShapes, PathOfTwoRectanglesFilledAlternateIsAFrameAndStrokeUsesThePen)
     EXPECT_EQ(At(image, 50, 50), kWhite);
     EXPECT_EQ(At(image, 10, 50), kBlue);
     EXPECT_EQ(At(image, 5, 50), kWhite);
+    // Figures built from moves and lines stay apart: no line joins one figure's end to the next
+    // one's start, as an annotation's frame draws its two rectangles.
+    Emf figures;
+    figures.Pen(1, kBlueRef, 2).Add(59, {});
+    for (const QRect& r : {QRect(QPoint(10, 10), QPoint(90, 90)), QRect(QPoint(30, 30), QPoint(70, 70))})
+        figures.Add(27, {r.right(), r.top()}).Add(54, {r.left(), r.top()}).Add(54, {r.left(), r.bottom()})
+            .Add(54, {r.right(), r.bottom()}).Add(61, {});
+    const QImage stroked = Render(figures.Add(60, {}).Add(64, {0, 0, 0, 0}).Finish());
+    EXPECT_EQ(At(stroked, 90, 50), kBlue);
+    EXPECT_EQ(At(stroked, 70, 50), kBlue);
+    EXPECT_EQ(At(stroked, 80, 20), kWhite);
     // Nothing is drawn while the path is recorded.
     const QImage open = Render(Emf().Brush(1, kRedRef).Add(59, {}).Rect(10, 10, 90, 90).Finish());
     EXPECT_EQ(InkIn(open, open.rect()), 0);

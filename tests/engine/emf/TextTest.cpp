@@ -52,6 +52,15 @@ TEST(EmfText, CharactersLandInTheirBoxAtTheirSpacing)
     EXPECT_EQ(DarkIn(above, QRect(0, 53, 100, 47)), 0);
 }
 
+TEST(EmfText, TopAlignedTextStaysInsideItsCellWhateverTheStandInFont)
+{
+    // A page-number annotation: one digit whose em nearly fills the box, aligned by its top.
+    const QImage image = Render(Emf().Font(1, -90, 128, QStringLiteral("ＭＳ ゴシック")).Add(18, {1})
+                                    .TextW(5, 5, QStringLiteral("3")).Finish());
+    EXPECT_GT(DarkIn(image, QRect(0, 60, 100, 35)), 50);   // the digit's lower half is there
+    EXPECT_EQ(DarkIn(image, QRect(0, 96, 100, 4)), 0);     // and ends above the cell's bottom
+}
+
 TEST(EmfText, DoubleByteCharactersAdvanceByBothOfTheirWidths)
 {
     // "日本" with one width per byte: 0 and 40 for each character puts the second at x = 40.
@@ -71,15 +80,38 @@ TEST(EmfText, DoubleByteCharactersAdvanceByBothOfTheirWidths)
 TEST(EmfText, JapaneseFaceNamesReachAnInstalledJapaneseFont)
 {
     for (const QString& face : {QStringLiteral("ＭＳ ゴシック"), QStringLiteral("ＭＳ 明朝"), QStringLiteral("Yu Gothic UI"),
-                                QStringLiteral("ＭＳ Ｐゴシック"), QStringLiteral("MS Mincho")}) {
+                                QStringLiteral("ＭＳ Ｐゴシック"), QStringLiteral("MS Mincho"), QStringLiteral("@ＭＳ 明朝")}) {
         QFont font;
         font.setFamilies(emf::FontFamilies(face, 128));
         const QString family = QFontInfo(font).family();
         EXPECT_TRUE(family.contains(QStringLiteral("CJK")) || family.startsWith(QStringLiteral("IPA")))
             << face.toStdString() << " became " << family.toStdString();
     }
-    EXPECT_TRUE(emf::FontFamilies(QStringLiteral("ＭＳ 明朝"), 128).contains(QStringLiteral("Noto Serif CJK JP")));
-    EXPECT_TRUE(emf::FontFamilies(QStringLiteral("MS UI Gothic"), 0).contains(QStringLiteral("Noto Sans CJK JP")));
+}
+
+TEST(EmfText, FaceNameTableIsPinned)
+{
+    // Documents name these faces; which installed font stands in decides how every page looks.
+    const QStringList sansFixed{QStringLiteral("Noto Sans Mono CJK JP"), QStringLiteral("IPAGothic")};
+    const QStringList serifFixed{QStringLiteral("IPAMincho"), QStringLiteral("Noto Serif CJK JP")};
+    const QStringList sans{QStringLiteral("Noto Sans CJK JP"), QStringLiteral("IPAPGothic"), QStringLiteral("IPAGothic")};
+    const QStringList serif{QStringLiteral("Noto Serif CJK JP"), QStringLiteral("IPAPMincho"), QStringLiteral("IPAMincho")};
+    const QList<std::pair<QString, QStringList>> table{
+        {QStringLiteral("ＭＳ ゴシック"), sansFixed},  {QStringLiteral("MS Gothic"), sansFixed},
+        {QStringLiteral("@ＭＳ ゴシック"), sansFixed}, {QStringLiteral("ＭＳ 明朝"), serifFixed},
+        {QStringLiteral("MS Mincho"), serifFixed},     {QStringLiteral("ＭＳ Ｐゴシック"), sans},
+        {QStringLiteral("MS UI Gothic"), sans},        {QStringLiteral("Yu Gothic UI"), sans},
+        {QStringLiteral("游ゴシック"), sans},          {QStringLiteral("メイリオ"), sans},
+        {QStringLiteral("Meiryo UI"), sans},           {QStringLiteral("ＭＳ Ｐ明朝"), serif},
+        {QStringLiteral("游明朝"), serif},             {QStringLiteral("HG明朝E"), serif},
+    };
+    for (const auto& [face, stand] : table)
+        EXPECT_EQ(emf::FontFamilies(face, 0), QStringList{face} + stand) << face.toStdString();
+    // Unknown faces: Japanese text gets the proportional sans, Latin a serif before it.
+    EXPECT_EQ(emf::FontFamilies(QStringLiteral("Foo"), 128), QStringList{QStringLiteral("Foo")} + sans);
+    const QStringList century = QStringList{QStringLiteral("Century"), QStringLiteral("serif")} + sans;
+    EXPECT_EQ(emf::FontFamilies(QStringLiteral("Century"), 0), century);
+    EXPECT_EQ(emf::FontFamilies(QString(), 128), sans);
 }
 
 TEST(EmfText, WesternCodePageHighHalfIsPinned)
