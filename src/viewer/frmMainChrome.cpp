@@ -77,9 +77,9 @@ constexpr ButtonDef kSizeButtons[] = {
     {"DISPSIZE:6", "500%", "", ""},
 };
 
-// These reach parts of the program that are not there yet (reading a folder, the options
-// dialog). They are shown greyed, so that a user sees them without pressing into nothing.
-constexpr const char* kNotYetKeys[] = {"FOLDER_OPEN", "TOOL_OPTION"};
+// These reach parts of the program that are not there yet (the options dialog). They are shown
+// greyed, so that a user sees them without pressing into nothing.
+constexpr const char* kNotYetKeys[] = {"TOOL_OPTION"};
 
 QString Text(const char* vUtf8) { return QString::fromUtf8(vUtf8); }
 

@@ -23,6 +23,7 @@ const QHash<QString, Operation>& PlainOperations()
 {
     static const QHash<QString, Operation> operations = {
         {QStringLiteral("FILE_OPEN"), &frmMain::OpenDialog},
+        {QStringLiteral("FOLDER_OPEN"), &frmMain::FolderOpenDialog},
         {QStringLiteral("FILE_PATH_COPY"), &frmMain::SelectedTabFilePathCopy},
         {QStringLiteral("OPEN_INI_FOLDER"), &frmMain::OpenIniFolder},
         {QStringLiteral("FILE_EXIT"), &frmMain::EndApp},
@@ -37,8 +38,8 @@ const QHash<QString, Operation>& PlainOperations()
         {QStringLiteral("TOOL_OPTION"), &frmMain::OptionWindowOpen},
         {QStringLiteral("HELP_INDEX"), &frmMain::DispHelp},
         {QStringLiteral("HELP_VERSION"), &frmMain::DispVersion},
-        // FOLDER_OPEN, ADD_H_RULER, ADD_V_RULER and DELL_RULER call the folder reading and the
-        // rulers; their buttons stay greyed until those arrive.
+        // ADD_H_RULER, ADD_V_RULER and DELL_RULER call the rulers; their buttons stay greyed
+        // until those arrive.
     };
     return operations;
 }
