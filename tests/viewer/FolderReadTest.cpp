@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QStatusBar>
 #include <QTest>
+#include <QToolButton>
 
 namespace {
 
@@ -80,6 +81,36 @@ TEST_F(FolderReadTest, ReadsAddBehindOpenTabsAndShowTheirFirstFile)
     w.ReadFolder(u"Read:上だけ"_s);
     EXPECT_EQ(Tabs(), 5);
     EXPECT_EQ(w.tabMain()->SelectedIndex(), 3);
+}
+
+TEST_F(FolderReadTest, OneCloseButtonRidesOnTheChosenTab)
+{
+    AddReadSetting(u"Read:上だけ"_s, MakeFolder(), false, u"*.tif"_s);
+    File(u"x.tif"_s);
+    frmMain& w = Window();
+    w.InitialOpenFile(dir.filePath(u"x.tif"_s), true);
+    w.ReadFolder(u"Read:上だけ"_s);
+    QTabBar* bar = w.tabMain()->Bar();
+    auto* button = w.tabMain()->findChild<QToolButton*>(u"closeButton"_s);
+    ASSERT_TRUE(button);
+    auto carriers = [&] {
+        QList<int> tabs;
+        for (int i = 0; i < bar->count(); ++i)
+            if (bar->tabButton(i, QTabBar::RightSide))
+                tabs << i;
+        return tabs;
+    };
+    EXPECT_EQ(carriers(), QList<int>({1}));  // the first file of the read is the chosen tab
+
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(Captions(), QStringList({u"x.tif"_s, u"b.tif"_s}));
+    EXPECT_EQ(carriers(), QList<int>({bar->currentIndex()}));
+    bar->setCurrentIndex(0);
+    EXPECT_EQ(carriers(), QList<int>({0}));
+    QTest::mouseClick(button, Qt::LeftButton);
+    QTest::mouseClick(button, Qt::LeftButton);
+    EXPECT_EQ(Tabs(), 0);
+    EXPECT_FALSE(button->isVisible());
 }
 
 TEST_F(FolderReadTest, MessagesForNothingFoundAndForAnUnknownSetting)
