@@ -1,6 +1,7 @@
 #include "viewer/ChromeIcons.h"
 
 #include <QApplication>
+#include <QHash>
 #include <QStyle>
 
 namespace {
@@ -24,9 +25,7 @@ constexpr IconSource kIcons[] = {
     {"WINDOWCLOSE03_16", "tab-close", QStyle::SP_TitleBarCloseButton},
 };
 
-} // namespace
-
-QIcon ChromeIcon(const QString& vKey)
+QIcon MakeIcon(const QString& vKey)
 {
     for (const IconSource& source : kIcons) {
         if (vKey != QLatin1String(source.Key))
@@ -37,4 +36,19 @@ QIcon ChromeIcon(const QString& vKey)
         return QApplication::style()->standardIcon(source.Fallback);
     }
     return {};
+}
+
+} // namespace
+
+// Made once per key and shared: every tab carries the file icon, and a style's icon made anew
+// holds its own pictures in several sizes, some 60 KB a tab over a folder of thousands.
+QIcon ChromeIcon(const QString& vKey)
+{
+    static QHash<QString, QIcon> made;
+    const auto known = made.constFind(vKey);
+    if (known != made.constEnd())
+        return *known;
+    const QIcon icon = MakeIcon(vKey);
+    made.insert(vKey, icon);
+    return icon;
 }

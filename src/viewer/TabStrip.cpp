@@ -1,6 +1,5 @@
 #include "viewer/TabStrip.h"
 
-#include <QHash>
 #include <QMouseEvent>
 #include <QResizeEvent>
 #include <QStyle>
@@ -8,12 +7,15 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+#include <vector>
+
 namespace {
 
 // Qt lays every tab out again whenever one is added, asking each for its size; measuring a
 // caption means shaping its text, which made opening a folder of thousands of files slow
-// beyond use. A tab's size depends on its caption alone here (one icon, one close button, one
-// font), so each caption is measured once.
+// beyond use. A tab's caption never changes here, so each tab is measured once, and the sizes
+// are kept by position, beside the tabs, so that asking again costs an index.
 class MeasuredTabBar : public QTabBar {
 public:
     using QTabBar::QTabBar;
@@ -27,30 +29,42 @@ protected:
     {
         return Measured(minimumSizes_, vIndex, [&] { return QTabBar::minimumTabSizeHint(vIndex); });
     }
+    void tabInserted(int vIndex) override
+    {
+        sizes_.insert(sizes_.begin() + vIndex, QSize());
+        minimumSizes_.insert(minimumSizes_.begin() + vIndex, QSize());
+        QTabBar::tabInserted(vIndex);
+    }
+    void tabRemoved(int vIndex) override
+    {
+        sizes_.erase(sizes_.begin() + vIndex);
+        minimumSizes_.erase(minimumSizes_.begin() + vIndex);
+        QTabBar::tabRemoved(vIndex);
+    }
     void changeEvent(QEvent* vEvent) override
     {
         if (vEvent->type() == QEvent::FontChange || vEvent->type() == QEvent::StyleChange) {
-            sizes_.clear();
-            minimumSizes_.clear();
+            std::fill(sizes_.begin(), sizes_.end(), QSize());
+            std::fill(minimumSizes_.begin(), minimumSizes_.end(), QSize());
         }
         QTabBar::changeEvent(vEvent);
     }
 
 private:
     template <typename Measure>
-    QSize Measured(QHash<QString, QSize>& vCache, int vIndex, Measure vMeasure) const
+    static QSize Measured(std::vector<QSize>& vSizes, int vIndex, Measure vMeasure)
     {
-        const QString caption = tabText(vIndex);
-        const auto known = vCache.constFind(caption);
-        if (known != vCache.constEnd())
-            return *known;
-        const QSize size = vMeasure();
-        vCache.insert(caption, size);
+        // Qt asks during an insertion before telling us of it; such a tab is measured afresh.
+        if (vIndex < 0 || static_cast<size_t>(vIndex) >= vSizes.size())
+            return vMeasure();
+        QSize& size = vSizes[static_cast<size_t>(vIndex)];
+        if (!size.isValid())
+            size = vMeasure();
         return size;
     }
 
-    mutable QHash<QString, QSize> sizes_;
-    mutable QHash<QString, QSize> minimumSizes_;
+    mutable std::vector<QSize> sizes_;
+    mutable std::vector<QSize> minimumSizes_;
 };
 
 } // namespace
