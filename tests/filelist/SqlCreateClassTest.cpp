@@ -22,31 +22,23 @@ TEST(SqlEscapeTest, ValuesAreWrittenSafely)
     EXPECT_EQ(SqlBlockClass::SQLite_EscapeLike(u"x"_s), u"'x' escape '\\'"_s);
 }
 
-TEST(SqlCreateClassTest, StatementShapes)
+// Insert, select and delete are pinned through the file list store; the update only here.
+TEST(SqlCreateClassTest, UpdatesAndRepeatedItems)
 {
     SqlCreateClass sql;
     sql.SetTableName(u"T"_s);
     sql.PushItemAndValue(u"a"_s, u"1"_s, SqlEscape::Numeric);
     sql.PushItemAndValue(u"b"_s, u"x'y"_s);
-    EXPECT_EQ(sql.CreateInsert(), u"insert into T(a,b) values (1,'x''y')"_s);
     EXPECT_EQ(sql.CreateUpdate(), u"update T set a = 1,b = 'x''y'"_s);
     sql.SetUpdateFrom(u"U"_s);
     sql.SetWhere(u"a = 2"_s);
     EXPECT_EQ(sql.CreateUpdate(), u"update T set a = 1,b = 'x''y' From U where a = 2"_s);
-    EXPECT_EQ(sql.CreateDelete(), u"delete from T where a = 2"_s);
-    sql.SetOtherOption(u"order by a"_s);
-    EXPECT_EQ(sql.CreateSelect(), u"select a,b from T where a = 2 order by a"_s);
-    EXPECT_EQ(sql.SQL(), u"select a,b from T where a = 2 order by a"_s);
-
     // A repeated item keeps its first place and its first value.
     sql.PushItemAndValue(u"a"_s, u"9"_s, SqlEscape::Numeric);
-    EXPECT_EQ(sql.ItemCount(), 2);
-    EXPECT_EQ(sql.Value(1), u"1"_s);
+    EXPECT_EQ(sql.CreateInsert(), u"insert into T(a,b) values (1,'x''y')"_s);
     EXPECT_EQ(sql.Item(3), QString());
-
     sql.AllClear();
     EXPECT_EQ(sql.CreateDelete(), u"delete from "_s);
-    EXPECT_EQ(sql.SQL(), u"delete from "_s);
 }
 
 TEST(SqlCreateClassTest, UnpairedListsGiveTheReasonInPlaceOfTheStatement)

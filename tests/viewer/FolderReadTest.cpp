@@ -132,18 +132,6 @@ TEST_F(FolderReadTest, MessagesForNothingFoundAndForAnUnknownSetting)
     EXPECT_EQ(Panel(1), kNoFiles);  // the zero count is shown for a failed look-up too
 }
 
-TEST_F(FolderReadTest, WithoutReadSettingsTheBusyFlagStaysUp)
-{
-    const QString folder = MakeFolder();
-    frmMain& w = Window();
-    w.ReadFolder(u"Read:上だけ"_s);
-    EXPECT_TRUE(context.ReadFolderBusy);
-    AddReadSetting(u"Read:上だけ"_s, folder, false, u"*.tif"_s);
-    w.ReadFolder(u"Read:上だけ"_s);
-    EXPECT_EQ(Tabs(), 0);
-    EXPECT_EQ(shown.Count(), 0);
-}
-
 TEST_F(FolderReadTest, ADatabaseThatCannotBeMadeStopsTheReadCleanly)
 {
     const QString folder = MakeFolder();
