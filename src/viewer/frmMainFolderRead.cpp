@@ -61,6 +61,8 @@ void frmMain::FindFile(const QString& vFileName, const QString& vPath)
 // the next read of this process takes the file over.
 void frmMain::ReadFolderFiles(const QString& vFolder, const QString& vPattern, bool vSubDirs)
 {
+    if (reading_)
+        return;
     DirClass dir;
     fileList_ = std::make_unique<AppFileListClass>();
     const FlagScope reading(reading_);
@@ -117,6 +119,9 @@ void frmMain::ManyFileOpenUseDb()
 
 void frmMain::FolderOpenDialog()
 {
+    // The read's own pumps may let a key or stroke ask for another; one database at a time.
+    if (reading_)
+        return;
     try {
         ReleaseMouseEvents();
         const SDC& settings = context_.DetailSet;

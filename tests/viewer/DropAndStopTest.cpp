@@ -3,10 +3,12 @@
 
 #include "viewer/IntakeFixture.h"
 
+#include <QDialog>
 #include <QDrag>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QPointer>
 #include <QTest>
 #include <QWindow>
 
@@ -136,10 +138,29 @@ TEST_F(DropAndStopTest, AClosingRequestStopsAFolderReadAndTheWindowStays)
     EXPECT_FALSE(w.Reading());
     EXPECT_FALSE(QFile::exists(w.FileListDbPath()));
 
-    // The next read is not stopped by the old request, and a close now closes.
+    // The next read is not stopped by the old request, nor disturbed by a second read asked for
+    // from inside it: the folder dialog doesn't even open.
     w.AllTabClose();
+    bool dialogShown = false;
+    QPointer<QTimer> watch;
+    QObject::disconnect(&poll, nullptr, nullptr, nullptr);
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+        if (Tabs() >= 20) {
+            poll.stop();
+            watch = WhenDialogUp<QDialog>([&](QDialog* vDialog) {
+                dialogShown = true;
+                vDialog->reject();
+            });
+            w.FolderOpenDialog();
+        }
+    });
+    poll.start();
     w.ReadFolder(u"Read:大量"_s);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(dialogShown);
+    delete watch.data();
     EXPECT_EQ(Tabs(), kFiles);
+    // A close now closes.
     EXPECT_TRUE(w.close());
     EXPECT_FALSE(w.isVisible());
 }

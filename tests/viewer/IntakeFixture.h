@@ -68,8 +68,9 @@ protected:
     }
 
     // Runs vAnswer on the modal dialog of type T as soon as it is up, from inside its own loop.
+    // The watch ends with the answer; a test that expects no dialog deletes the returned watch.
     template <typename T, typename F>
-    static void WhenDialogUp(F vAnswer)
+    static QTimer* WhenDialogUp(F vAnswer)
     {
         auto* poll = new QTimer;
         poll->setInterval(0);
@@ -81,5 +82,6 @@ protected:
             }
         });
         poll->start();
+        return poll;
     }
 };
