@@ -71,7 +71,6 @@ void frmMain::OpenDialog()
     // Patterns match without regard to case, so "*.xdw" also offers "A.XDW".
     dialog.setNameFilter(kOpenFilter);
     dialog.selectNameFilter(dialog.nameFilters().value(0));
-    dialog.setOption(QFileDialog::ReadOnly, true);
     // A cancel is no failure and shows nothing.
     if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
         InitialOpenFile(dialog.selectedFiles().constFirst(), true);
