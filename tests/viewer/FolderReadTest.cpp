@@ -24,10 +24,11 @@ protected:
         const QDateTime base(QDate(2023, 3, 1), QTime(8, 0));
         File(u"in/b.tif"_s, base.addSecs(300));
         File(u"in/C.TIF"_s, base.addSecs(100));
-        File(u"in/sub/a.tif"_s, base.addSecs(400));
-        File(u"in/sub/deeper/d.tif"_s, base.addSecs(200));
+        // Quotes, blanks and Japanese in the folders go through the database's text as they are.
+        File(u"in/o'sub 資料/a.tif"_s, base.addSecs(400));
+        File(u"in/o'sub 資料/deeper/d.tif"_s, base.addSecs(200));
         testfiles::WriteBytes(dir.filePath(u"in/notes.txt"_s), "x");
-        testfiles::WriteBytes(dir.filePath(u"in/sub/e.tiff"_s), "x");
+        testfiles::WriteBytes(dir.filePath(u"in/o'sub 資料/e.tiff"_s), "x");
         return dir.filePath(u"in"_s);
     }
 };
