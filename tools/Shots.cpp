@@ -4,6 +4,7 @@
 //
 //     marnoquill_shots <folder>
 #include "SamplePage.h"
+#include "ShotSave.h"
 #include "common/TiffWriter.h"
 #include "viewer/AppContext.h"
 #include "viewer/frmMain.h"
@@ -18,21 +19,13 @@
 
 namespace {
 
-void Save(QWidget* vWidget, const QDir& vFolder, const char* vName)
-{
-    QApplication::processEvents();
-    const QString path = vFolder.filePath(QString::fromLatin1(vName));
-    if (vWidget->grab().save(path))
-        std::printf("%s\n", path.toLocal8Bit().constData());
-}
-
 // Grabs the modal dialog that vOpen brings up, then closes it.
 template <class Open>
 void SaveDialog(Open vOpen, const QDir& vFolder, const char* vName)
 {
     QTimer::singleShot(200, [&] {
         if (QWidget* dialog = QApplication::activeModalWidget()) {
-            Save(dialog, vFolder, vName);
+            SaveShot(dialog, vFolder, vName);
             dialog->close();
         }
     });
@@ -73,22 +66,22 @@ int main(int argc, char** argv)
     window.InitialOpenFile(other, false);
     window.InitialOpenFile(document, true);
     window.SetPaintSizeMode(QStringLiteral("1"));
-    Save(&window, folder, "single-fit-page.png");
+    SaveShot(&window, folder, "single-fit-page.png");
 
     window.SetDoubleDisp(QStringLiteral("2"));
     window.NextPage();
-    Save(&window, folder, "spread-left-to-right.png");
+    SaveShot(&window, folder, "spread-left-to-right.png");
     window.SetDispDirection(QStringLiteral("RL"));
-    Save(&window, folder, "spread-right-to-left.png");
+    SaveShot(&window, folder, "spread-right-to-left.png");
     window.AddRuler(0);
     window.AddRuler(1);
-    Save(&window, folder, "rulers-spread.png");
+    SaveShot(&window, folder, "rulers-spread.png");
     window.DeleteAllRuler();
 
     window.SetDispDirection(QStringLiteral("LR"));
     window.SetDoubleDisp(QStringLiteral("1"));
     window.SetPaintSizeMode(QStringLiteral("3"));
-    Save(&window, folder, "zoom-200.png");
+    SaveShot(&window, folder, "zoom-200.png");
 
     window.SetPaintSizeMode(QStringLiteral("1"));
     SaveDialog([&] { window.PageJump(); }, folder, "page-jump.png");

@@ -19,6 +19,8 @@ struct AppContext {
     QString AppDataPath;    // the program's folder of per-user data
     std::unique_ptr<AppCommandListClass> CommandList;
     std::unique_ptr<AppActionClass> Action;
+    // One folder read at a time, whichever way it was asked for.
+    bool ReadFolderBusy = false;
 
     // The trigger table and the dispatcher over the settings tree, made once at start-up; the
     // dispatcher reads the tree through DetailSet itself, so a replaced tree is seen at once.

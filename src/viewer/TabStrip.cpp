@@ -2,13 +2,90 @@
 
 #include <QMouseEvent>
 #include <QResizeEvent>
+#include <QStyle>
 #include <QTabBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
-TabStrip::TabStrip(QWidget* vParent) : QWidget(vParent), bar_(new QTabBar(this)), client_(new QWidget(this))
+#include <algorithm>
+#include <vector>
+
+namespace {
+
+// Qt lays every tab out again whenever one is added, asking each for its size; measuring a
+// caption means shaping its text, which made opening a folder of thousands of files slow
+// beyond use. A tab's caption never changes here, so each tab is measured once, and the sizes
+// are kept by position, beside the tabs, so that asking again costs an index.
+class MeasuredTabBar : public QTabBar {
+public:
+    using QTabBar::QTabBar;
+
+protected:
+    QSize tabSizeHint(int vIndex) const override
+    {
+        return Measured(sizes_, vIndex, [&] { return QTabBar::tabSizeHint(vIndex); });
+    }
+    QSize minimumTabSizeHint(int vIndex) const override
+    {
+        return Measured(minimumSizes_, vIndex, [&] { return QTabBar::minimumTabSizeHint(vIndex); });
+    }
+    void tabInserted(int vIndex) override
+    {
+        sizes_.insert(sizes_.begin() + vIndex, QSize());
+        minimumSizes_.insert(minimumSizes_.begin() + vIndex, QSize());
+        QTabBar::tabInserted(vIndex);
+    }
+    void tabRemoved(int vIndex) override
+    {
+        sizes_.erase(sizes_.begin() + vIndex);
+        minimumSizes_.erase(minimumSizes_.begin() + vIndex);
+        QTabBar::tabRemoved(vIndex);
+    }
+    void changeEvent(QEvent* vEvent) override
+    {
+        if (vEvent->type() == QEvent::FontChange || vEvent->type() == QEvent::StyleChange) {
+            std::fill(sizes_.begin(), sizes_.end(), QSize());
+            std::fill(minimumSizes_.begin(), minimumSizes_.end(), QSize());
+        }
+        QTabBar::changeEvent(vEvent);
+    }
+
+private:
+    template <typename Measure>
+    static QSize Measured(std::vector<QSize>& vSizes, int vIndex, Measure vMeasure)
+    {
+        // Qt asks during an insertion before telling us of it; such a tab is measured afresh.
+        if (vIndex < 0 || static_cast<size_t>(vIndex) >= vSizes.size())
+            return vMeasure();
+        QSize& size = vSizes[static_cast<size_t>(vIndex)];
+        if (!size.isValid())
+            size = vMeasure();
+        return size;
+    }
+
+    mutable std::vector<QSize> sizes_;
+    mutable std::vector<QSize> minimumSizes_;
+};
+
+} // namespace
+
+TabStrip::TabStrip(QWidget* vParent)
+    : QWidget(vParent), bar_(new MeasuredTabBar(this)), client_(new QWidget(this)), closeButton_(new QToolButton(this))
 {
     bar_->setObjectName(QStringLiteral("tabBar"));
-    bar_->setTabsClosable(true);
+    // One close button, on the chosen tab: a button on every tab is a widget per tab that Qt
+    // places again for all of them on each addition, which a folder of thousands can't afford.
+    closeButton_->setObjectName(QStringLiteral("closeButton"));
+    closeButton_->setAutoRaise(true);
+    closeButton_->setIcon(style()->standardIcon(QStyle::SP_TitleBarCloseButton));
+    closeButton_->setIconSize(QSize(12, 12));
+    closeButton_->setFixedSize(16, 16);
+    closeButton_->setToolTip(QStringLiteral("閉じる"));
+    closeButton_->hide();
+    connect(closeButton_, &QToolButton::clicked, this, [this] {
+        if (bar_->currentIndex() >= 0)
+            Q_EMIT bar_->tabCloseRequested(bar_->currentIndex());
+    });
     bar_->setMovable(false);  // tabs keep the order in which they were added
     bar_->setExpanding(false);
     bar_->setUsesScrollButtons(true);
@@ -23,6 +100,7 @@ TabStrip::TabStrip(QWidget* vParent) : QWidget(vParent), bar_(new QTabBar(this))
     client_->installEventFilter(this);
 
     connect(bar_, &QTabBar::currentChanged, this, [this](int) {
+        PlaceCloseButton();
         if (!quiet_)
             Q_EMIT SelectionChanged();
     });
@@ -50,8 +128,34 @@ void TabStrip::RemoveTab(const QString& vKey)
     if (index < 0)
         return;
     quiet_ = true;
+    // The strip deletes the widgets of a tab it removes; the close button moves on instead.
+    if (index == buttonIndex_)
+        DetachCloseButton();
     bar_->removeTab(index);
     quiet_ = false;
+    PlaceCloseButton();
+}
+
+void TabStrip::DetachCloseButton()
+{
+    if (buttonIndex_ >= 0 && buttonIndex_ < bar_->count() && bar_->tabButton(buttonIndex_, QTabBar::RightSide) == closeButton_)
+        bar_->setTabButton(buttonIndex_, QTabBar::RightSide, nullptr);
+    closeButton_->setParent(this);
+    closeButton_->hide();
+    buttonIndex_ = -1;
+}
+
+void TabStrip::PlaceCloseButton()
+{
+    const int current = bar_->currentIndex();
+    if (current == buttonIndex_ && (current < 0 || bar_->tabButton(current, QTabBar::RightSide) == closeButton_))
+        return;
+    DetachCloseButton();
+    if (current < 0)
+        return;
+    bar_->setTabButton(current, QTabBar::RightSide, closeButton_);
+    closeButton_->show();
+    buttonIndex_ = current;
 }
 
 int TabStrip::Count() const { return bar_->count(); }

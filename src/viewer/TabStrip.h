@@ -1,13 +1,14 @@
 #pragma once
-// The tab strip over the page area: a keyed list of tabs ("T" and the tab number) with close
-// buttons and icons, and below it the client area that holds the selected tab's panel. There is
-// one set of page panes for all tabs, so the panel is not per tab: the window puts whichever
-// pane the layout needs into the client area.
+// The tab strip over the page area: a keyed list of tabs ("T" and the tab number) with icons and
+// a close button on the chosen tab, and below it the client area that holds the selected tab's
+// panel. There is one set of page panes for all tabs, so the panel is not per tab: the window
+// puts whichever pane the layout needs into the client area.
 
 #include <QIcon>
 #include <QWidget>
 
 class QTabBar;
+class QToolButton;
 
 class TabStrip : public QWidget {
     Q_OBJECT
@@ -41,8 +42,13 @@ protected:
     bool eventFilter(QObject* vWatched, QEvent* vEvent) override;
 
 private:
+    void PlaceCloseButton();
+    void DetachCloseButton();
+
     QTabBar* bar_;
     QWidget* client_;
+    QToolButton* closeButton_;
+    int buttonIndex_ = -1;  // the tab that carries the close button
     QWidget* panel_ = nullptr;
     bool quiet_ = false;  // no selection signal while tabs are added or removed by code
 };

@@ -3,12 +3,14 @@
 
 #include "commands/clsMouseEvents.h"
 #include "document/DocuWorksClass.h"
+#include "filelist/AppFileListClass.h"
 #include "settings/CtrlSaveLoadClass.h"
 #include "settings/DataSaveLoadClass.h"
 #include "settings/SettingsThreads.h"
 #include "support/AppError.h"
 #include "support/ProcessClass.h"
 #include "viewer/AppRulerCtrlClass.h"
+#include "viewer/FileDragSource.h"
 #include "viewer/PagePane.h"
 #include "viewer/TabStrip.h"
 
@@ -125,6 +127,7 @@ void frmMain::Load()
         const int minimum = static_cast<int>(std::lround(kMinimumTwips / TwipsPerPixel()));
         setMinimumSize(minimum, minimum);
         step = kLoadStep + QStringLiteral("ドラッグ&ドロップクラス");
+        new FileDragSource(picDragFile_, [this] { return GetSelectedTabFilePath(); });
         step = kLoadStep + QStringLiteral("アクセラレータキーを設定する");
         SetAcceleratorKey();
         step = kLoadStep + QStringLiteral("End");

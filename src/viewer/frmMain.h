@@ -19,12 +19,14 @@
 
 #include <memory>
 
+class AppFileListClass;
 class AppRulerCtrlClass;
 class clsMouseEvents;
 class DocuWorksClass;
 class DocuWorksFileClass;
 class PagePane;
 class QActionGroup;
+class SQLiteStatementClass;
 class QLabel;
 class QLineEdit;
 class QMenu;
@@ -68,6 +70,12 @@ public:
     void FolderOpenDialog() override;
     void ReadFolder(const QString& vAction) override;
     void ArrangementExec(const QString& vProcName) override;
+    void ManyFileOpenUseDb();
+    void FindFile(const QString& vFileName, const QString& vPath);  // one find of a folder walk
+    void mcDragDrop_evDragDrop(const SDC& vFiles);
+    // Where this process keeps its file list database; makes the folder when it is missing.
+    QString FileListDbPath() const;
+    bool Reading() const { return reading_; }
 
     // ---- rulers: 0 horizontal, 1 vertical
     void AddRuler(qint16 vType) override;
@@ -126,6 +134,9 @@ protected:
     void keyReleaseEvent(QKeyEvent* vEvent) override;
     void showEvent(QShowEvent* vEvent) override;
     bool eventFilter(QObject* vWatched, QEvent* vEvent) override;
+    void dragEnterEvent(QDragEnterEvent* vEvent) override;
+    void dragMoveEvent(QDragMoveEvent* vEvent) override;
+    void dropEvent(QDropEvent* vEvent) override;
 
 private:
     // ---- load and close (frmMain.cpp)
@@ -189,6 +200,9 @@ private:
     void WheelMovePage(qint16 vButton);
     void WheelMoveTab(qint16 vButton);
 
+    // ---- files coming in (frmMainIntake.cpp, frmMainFolderRead.cpp)
+    void ReadFolderFiles(const QString& vFolder, const QString& vPattern, bool vSubDirs);
+
     // ---- bars, menus, status bar (frmMainChrome.cpp, frmMainChromeCommands.cpp)
     void CreateCommandBar();
     void OnButtonPress(const QString& vKey);
@@ -208,6 +222,12 @@ private:
     bool dialogOpen_ = false;
     bool stopRead_ = false;
     bool reading_ = false;
+    // A folder read: its database, what it found and the statement the tabs are opened from.
+    std::unique_ptr<AppFileListClass> fileList_;
+    qint32 fileCount_ = 0;
+    qint32 findNo_ = 0;  // numbers every find of the process's life, never reset
+    qint16 procNo_ = 0;
+    std::unique_ptr<SQLiteStatementClass> fileListReader_;
     bool activeMeBusy_ = false;
     bool shownOnce_ = false;
     QPointer<QWindow> lastFocusWindow_;

@@ -77,10 +77,6 @@ constexpr ButtonDef kSizeButtons[] = {
     {"DISPSIZE:6", "500%", "", ""},
 };
 
-// These reach a part of the program that is not there yet (reading a folder). They are shown
-// greyed, so that a user sees them without pressing into nothing.
-constexpr const char* kNotYetKeys[] = {"FOLDER_OPEN"};
-
 QString Text(const char* vUtf8) { return QString::fromUtf8(vUtf8); }
 
 QLabel* MakeCaptionLabel(const QString& vText, QWidget* vParent)
@@ -131,9 +127,6 @@ void frmMain::CreateCommandBar()
             menus.value(Text(def.Menu))->addAction(action);
     }
     Button(QStringLiteral("DISP_DIRECTION"))->setCheckable(true);
-    for (const char* key : kNotYetKeys)
-        Button(Text(key))->setEnabled(false);
-
     // ---- the rest of the "MENU" bar: moving through pages, the page jump, the drag picture
     auto* pageBar = new QToolBar(container);
     pageBar->setObjectName(QStringLiteral("PageBar"));

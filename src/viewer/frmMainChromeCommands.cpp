@@ -26,6 +26,7 @@ const QHash<QString, Operation>& PlainOperations()
 {
     static const QHash<QString, Operation> operations = {
         {QStringLiteral("FILE_OPEN"), &frmMain::OpenDialog},
+        {QStringLiteral("FOLDER_OPEN"), &frmMain::FolderOpenDialog},
         {QStringLiteral("FILE_PATH_COPY"), &frmMain::SelectedTabFilePathCopy},
         {QStringLiteral("OPEN_INI_FOLDER"), &frmMain::OpenIniFolder},
         {QStringLiteral("FILE_EXIT"), &frmMain::EndApp},
@@ -41,7 +42,6 @@ const QHash<QString, Operation>& PlainOperations()
         {QStringLiteral("HELP_INDEX"), &frmMain::DispHelp},
         {QStringLiteral("HELP_VERSION"), &frmMain::DispVersion},
         {QStringLiteral("DELL_RULER"), &frmMain::DeleteAllRuler},
-        // FOLDER_OPEN calls the folder reading; its button stays greyed until that arrives.
     };
     return operations;
 }

@@ -1,23 +1,30 @@
 // frmMain: files coming in as a list in hand (the command line, a drop, automation) and through
-// the open dialog. Folders come through the file list database, with the folder reading.
+// the open dialog. Whole folders come through the file list database (frmMainFolderRead.cpp).
 #include "viewer/frmMain.h"
 
 #include "support/AppError.h"
-#include "support/DirClass.h"
+#include "viewer/SortSetting.h"
 
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QMimeData>
 
 namespace {
 
-// An option button of an array under "\ウインドウ\": true when item "0" holds "True".
-bool FirstOptionOn(const SDC& vGroup, const QString& vControl)
+const QString kOpenFilter = QStringLiteral("DocuWorksファイル (*.xdw);;TIFFファイル (*.tif)");
+
+// The local files among dropped URLs; anything else a program may offer is not ours to open.
+QStringList LocalFiles(const QMimeData* vData)
 {
-    if (!vGroup || !vGroup->Exists(vControl))
-        return true;
-    const SDC control = vGroup->Thread(vControl);
-    const SDC first = control && control->Exists(QStringLiteral("0")) ? control->Thread(QStringLiteral("0")) : nullptr;
-    return !first || first->DataValue(QStringLiteral("Value")) == QLatin1String("True");
+    QStringList files;
+    if (!vData || !vData->hasUrls())
+        return files;
+    for (const QUrl& url : vData->urls())
+        if (url.isLocalFile())
+            files << url.toLocalFile();
+    return files;
 }
 
 } // namespace
@@ -28,28 +35,25 @@ void frmMain::ManyFileOpen(const SDC& vFiles)
         return;
     try {
         const SDC& settings = context_.DetailSet;
-        const SDC group = settings->Exists(WindowGroup) ? settings->Thread(WindowGroup) : nullptr;
-        if (group && WindowSetting(QStringLiteral("chkWindowSort"), QStringLiteral("Value")) == QLatin1String("1")) {
-            const QString mode = FirstOptionOn(group, QStringLiteral("optWindowSortMode")) ? QString()
-                                                                                          : QStringLiteral("DEC");
-            if (FirstOptionOn(group, QStringLiteral("optWindowSortTarget"))) {
-                vFiles->Sort(mode, QStringLiteral("Value"), QStringLiteral("String"));
-            } else {
-                // By the time of last change, as text that sorts in time order.
-                auto work = std::make_shared<StructuredDataClass>();
-                for (qint16 i = 1; i <= vFiles->Count(); ++i) {
-                    const QString path = vFiles->DataValueOfNumber(i);
-                    const SDC row = work->CreateThread();
-                    row->AddData(path, QStringLiteral("FileName"));
-                    row->AddData(QFileInfo(path).lastModified().toString(QStringLiteral("yyyyMMdd HH:mm:ss")),
-                                 QStringLiteral("DateTime"));
-                }
-                work->SortEx(mode, QStringLiteral("DateTime"), QStringLiteral("String"));
-                vFiles->Clear();
-                for (qint16 i = 1; i <= work->Count(); ++i)
-                    vFiles->AddData(work->ThreadOfNumber(i)->DataValue(QStringLiteral("FileName")));
-                work->Clear();
+        const SortSetting sort = SortSetting::Read(settings->Exists(WindowGroup) ? settings->Thread(WindowGroup) : nullptr);
+        const QString mode = sort.Ascending ? QString() : QStringLiteral("DEC");
+        if (sort.On && sort.ByName) {
+            vFiles->Sort(mode, QStringLiteral("Value"), QStringLiteral("String"));
+        } else if (sort.On) {
+            // By the time of last change, as text that sorts in time order.
+            auto work = std::make_shared<StructuredDataClass>();
+            for (qint16 i = 1; i <= vFiles->Count(); ++i) {
+                const QString path = vFiles->DataValueOfNumber(i);
+                const SDC row = work->CreateThread();
+                row->AddData(path, QStringLiteral("FileName"));
+                row->AddData(QFileInfo(path).lastModified().toString(QStringLiteral("yyyyMMdd HH:mm:ss")),
+                             QStringLiteral("DateTime"));
             }
+            work->SortEx(mode, QStringLiteral("DateTime"), QStringLiteral("String"));
+            vFiles->Clear();
+            for (qint16 i = 1; i <= work->Count(); ++i)
+                vFiles->AddData(work->ThreadOfNumber(i)->DataValue(QStringLiteral("FileName")));
+            work->Clear();
         }
     } catch (const AppError&) {
         // An unreadable sort setting leaves the files in the order they came.
@@ -61,21 +65,51 @@ void frmMain::ManyFileOpen(const SDC& vFiles)
 void frmMain::OpenDialog()
 {
     ReleaseMouseEvents();
-    const QString path = QFileDialog::getOpenFileName(
-        this, QString(), QString(),
-        QStringLiteral("DocuWorksファイル (*.xdw *.XDW);;TIFFファイル (*.tif *.TIF)"));
-    if (!path.isEmpty())
-        InitialOpenFile(path, true);
+    QFileDialog dialog(this);
+    dialog.setObjectName(QStringLiteral("OpenDialog"));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    // Patterns match without regard to case, so "*.xdw" also offers "A.XDW".
+    dialog.setNameFilter(kOpenFilter);
+    dialog.selectNameFilter(dialog.nameFilters().value(0));
+    // A cancel is no failure and shows nothing.
+    if (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty())
+        InitialOpenFile(dialog.selectedFiles().constFirst(), true);
     CreateMouseEvents();
 }
 
-// Reading a whole folder goes through the file list database, which comes with folder reading;
-// its menu item is greyed until then, and actions bound to it do nothing.
-void frmMain::FolderOpenDialog() {}
+// ---- dropping files on the window ----------------------------------------------------------
 
-void frmMain::ReadFolder(const QString& vAction)
+void frmMain::mcDragDrop_evDragDrop(const SDC& vFiles) { ManyFileOpen(vFiles); }
+
+void frmMain::dragEnterEvent(QDragEnterEvent* vEvent)
 {
-    Q_UNUSED(vAction);
+    if (LocalFiles(vEvent->mimeData()).isEmpty())
+        return;
+    vEvent->setDropAction(Qt::CopyAction);
+    vEvent->accept();
+}
+
+void frmMain::dragMoveEvent(QDragMoveEvent* vEvent)
+{
+    if (LocalFiles(vEvent->mimeData()).isEmpty())
+        return;
+    vEvent->setDropAction(Qt::CopyAction);
+    vEvent->accept();
+}
+
+// A dropped folder is not opened up: every path goes to the tabs as it is, and only the files
+// of the two types become tabs.
+void frmMain::dropEvent(QDropEvent* vEvent)
+{
+    const QStringList paths = LocalFiles(vEvent->mimeData());
+    if (paths.isEmpty())
+        return;
+    vEvent->setDropAction(Qt::CopyAction);
+    vEvent->accept();
+    auto files = std::make_shared<StructuredDataClass>();
+    for (const QString& path : paths)
+        files->AddData(path);
+    mcDragDrop_evDragDrop(files);
 }
 
 // No sibling product is linked on this system, so none of its processes is ever offered.

@@ -49,7 +49,7 @@ TEST_F(MainWindowTest, MenusPopupEntriesAndArrowsOfAnEmptyWindow)
     for (const auto& [key, items] : menus)
         EXPECT_EQ(KeysOf(w.Button(key)->menu()->actions()), items) << key.toStdString();
     EXPECT_EQ(KeysOf(w.TabMenu()->actions()), (QStringList{u"TABL_CLOSE"_s, u"ALL_TAB_CLOSE"_s}));
-    EXPECT_FALSE(w.Button(u"FOLDER_OPEN"_s)->isEnabled());
+    EXPECT_TRUE(w.Button(u"FOLDER_OPEN"_s)->isEnabled());
     EXPECT_TRUE(w.Button(u"TOOL_OPTION"_s)->isEnabled());
     EXPECT_TRUE(w.Button(u"ADD_H_RULER"_s)->isEnabled());
     EXPECT_TRUE(w.Button(u"DOUBLE_DISP:1"_s)->isChecked());
