@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QResizeEvent>
 #include <QStyle>
+#include <QTimer>
 #include <QTabBar>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -111,8 +112,39 @@ TabStrip::TabStrip(QWidget* vParent)
     });
 }
 
+void TabStrip::BeginBulkAdd() { bulk_ = true; }
+
+void TabStrip::EndBulkAdd()
+{
+    bulk_ = false;
+    RevealBar();
+}
+
+// The bar is hidden in place: its room stays, so the pages below don't move while it is away.
+void TabStrip::RevealBar()
+{
+    revealDue_ = false;
+    if (bar_->isVisible() || isHidden())
+        return;
+    bar_->show();
+    layout()->setContentsMargins(0, 0, 0, 0);
+    layout()->activate();
+    PlaceCloseButton();
+}
+
 void TabStrip::AddTab(const QString& vKey, const QString& vCaption, const QIcon& vIcon)
 {
+    if (bulk_ && bar_->isVisible()) {
+        layout()->setContentsMargins(0, bar_->height(), 0, 0);
+        bar_->hide();
+    }
+    if (bulk_ && !revealDue_) {
+        revealDue_ = true;
+        QTimer::singleShot(250, this, [this] {
+            if (revealDue_)
+                RevealBar();
+        });
+    }
     quiet_ = true;
     const int index = bar_->addTab(vIcon, vCaption);
     bar_->setTabData(index, vKey);

@@ -25,6 +25,12 @@ public:
     void SetSelectedKey(const QString& vKey);
     QString CaptionOfKey(const QString& vKey) const;
 
+    // Many tabs added in a row (a folder of thousands). Qt lays every tab out again at each
+    // addition while the bar is shown, which makes such a read grow with the square of the tabs;
+    // meanwhile the bar is laid out only a few times a second, when the event loop gets a turn.
+    void BeginBulkAdd();
+    void EndBulkAdd();
+
     // The client area: the panel is resized with it, and only one panel is shown at a time.
     QWidget* ClientArea() const { return client_; }
     void SetPanel(QWidget* vPanel);
@@ -44,6 +50,7 @@ protected:
 private:
     void PlaceCloseButton();
     void DetachCloseButton();
+    void RevealBar();
 
     QTabBar* bar_;
     QWidget* client_;
@@ -51,4 +58,6 @@ private:
     int buttonIndex_ = -1;  // the tab that carries the close button
     QWidget* panel_ = nullptr;
     bool quiet_ = false;  // no selection signal while tabs are added or removed by code
+    bool bulk_ = false;
+    bool revealDue_ = false;
 };

@@ -10,8 +10,10 @@
 #include "support/DirClass.h"
 #include "viewer/BrowseDir.h"
 #include "viewer/SortSetting.h"
+#include "viewer/TabStrip.h"
 
 #include <QCoreApplication>
+#include <QScopeGuard>
 #include <QStatusBar>
 
 namespace {
@@ -102,6 +104,8 @@ void frmMain::ManyFileOpenUseDb()
     }
 
     qint32 row = 1;
+    tabMain_->BeginBulkAdd();
+    const auto laidOut = qScopeGuard([this] { tabMain_->EndBulkAdd(); });
     while (fileListReader_->Step() == 100) {
         if (stopRead_) {
             stopRead_ = false;

@@ -102,6 +102,9 @@ TEST_F(FolderReadTest, OneCloseButtonRidesOnTheChosenTab)
         return tabs;
     };
     EXPECT_EQ(carriers(), QList<int>({1}));  // the first file of the read is the chosen tab
+    // The bar, laid out only now and then during the read, stands in its place after it.
+    EXPECT_TRUE(bar->isVisible());
+    EXPECT_EQ(bar->geometry().top(), 0);
 
     QTest::mouseClick(button, Qt::LeftButton);
     EXPECT_EQ(Captions(), QStringList({u"x.tif"_s, u"b.tif"_s}));
