@@ -4,6 +4,7 @@
 #include "settings/IniFilePathClass.h"
 #include "support/AppError.h"
 #include "support/BusyCursor.h"
+#include "viewer/AutomationService.h"
 #include "viewer/CommandLineClass.h"
 #include "viewer/frmMain.h"
 
@@ -82,8 +83,15 @@ frmMain& MarnoquillClass::Form() const
 
 int MarnoquillClass::Serve(const QStringList& vArguments)
 {
+    // Served from the start, so that a caller that started the program through the bus reaches
+    // it as soon as it can answer.
+    AutomationService automation;
+    automation.Register();
     MarnoquillClass marnoquill(vArguments);
-    return QApplication::exec();
+    automation.SetApplication(&marnoquill);
+    const int result = QApplication::exec();
+    automation.SetApplication(nullptr);
+    return result;
 }
 
 void MarnoquillClass::ExecCommandLine(const QStringList& vArguments)
