@@ -33,7 +33,9 @@ endif()
 
 foreach(f lib/marnoquill/marnoquill lib/marnoquill/Marnoquill.ini lib/marnoquill/Marnoquill.html
           share/applications/marnoquill.desktop share/icons/hicolor/scalable/apps/marnoquill.svg
-          share/mime/packages/marnoquill.xml)
+          share/mime/packages/marnoquill.xml bin/marnoquill-doc
+          share/dbus-1/services/org.ombrelark.Marnoquill.service
+          share/dbus-1/interfaces/org.ombrelark.Marnoquill.xml)
   if(NOT EXISTS ${root}/${f})
     fail("missing: ${f}")
   endif()
@@ -70,6 +72,12 @@ MimeType=image/tiff;application/vnd.fujixerox.docuworks;
 ]=] at)
 if(at EQUAL -1)
   fail("desktop entry lacks the MIME types")
+endif()
+
+# A call to the common bus name starts the installed program.
+file(READ ${root}/share/dbus-1/services/org.ombrelark.Marnoquill.service service)
+if(NOT service STREQUAL "[D-BUS Service]\nName=org.ombrelark.Marnoquill\nExec=${prefix}/bin/marnoquill\n")
+  fail("D-Bus service file: ${service}")
 endif()
 
 # The file type definition, read by the desktop's own tool where it is installed.
