@@ -1,6 +1,7 @@
 #include "support/MessageControlClass.h"
 
 #include "support/MessagePresenter.h"
+#include "support/UserFolder.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -11,7 +12,6 @@
 #include <QPlainTextEdit>
 #include <QPointer>
 #include <QProgressBar>
-#include <QStandardPaths>
 #include <QStatusBar>
 #include <QTextEdit>
 #include <QTreeWidget>
@@ -68,7 +68,7 @@ QString MessageControlClass::DefaultLogFolder()
     const QString program = QCoreApplication::applicationDirPath();
     if (!program.isEmpty() && QFileInfo(program).isWritable())
         return program;
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) + QStringLiteral("/Ombrelark/Marnoquill");
+    return UserDataFolder();
 }
 
 QString MessageControlClass::Register(const QString& vCategory, const QString& vName, const AnyRef& vReference, int vType)

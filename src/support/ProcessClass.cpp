@@ -1,6 +1,8 @@
 #include "support/ProcessClass.h"
 
 #include <QApplication>
+#include <QProcess>
+#include <QScopeGuard>
 #include <QWidget>
 #include <QWindow>
 
@@ -39,4 +41,37 @@ bool ProcessClass::SetForceForegroundWindowCaption(const QString& vWindowName)
     QWidget* window = GetWindowHandle(vWindowName);
     SetForceForegroundWindow(window);
     return window != nullptr;
+}
+
+bool ProcessClass::ExecWait(const QString& vExeFileName, const QString& vCommandLine, bool vEvents)
+{
+    QProcess process;
+    process.setProgram(vExeFileName);
+    process.setArguments(QProcess::splitCommand(vCommandLine));
+    // Without a window of its own the program's output goes nowhere; shown, it goes to ours.
+    process.setProcessChannelMode(hide_ ? QProcess::SeparateChannels : QProcess::ForwardedChannels);
+    if (hide_) {
+        process.setStandardOutputFile(QProcess::nullDevice());
+        process.setStandardErrorFile(QProcess::nullDevice());
+    }
+    process.start();
+    if (!process.waitForStarted()) {
+        errorFlag_ = true;
+        message_ = process.errorString();
+        return false;
+    }
+    waitFlag_ = true;
+    const auto done = qScopeGuard([this] { waitFlag_ = false; });
+    // The pump may see the end before the wait does; a finished process then makes every wait
+    // fail at once, so the state is what the loop asks.
+    while (process.state() != QProcess::NotRunning && !process.waitForFinished(100)) {
+        if (vEvents)
+            QCoreApplication::processEvents();
+        if (stopFlag_) {
+            process.kill();
+            process.waitForFinished();
+            return false;
+        }
+    }
+    return true;
 }

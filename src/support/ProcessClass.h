@@ -1,6 +1,7 @@
 #pragma once
-// Window order and activation within this application. On Windows these reached other
-// programs' windows through handles; here a window is one of ours, found by its title.
+// Starting a program and waiting for it, and window order and activation within this
+// application. On Windows the window helpers reached other programs' windows through handles;
+// here a window is one of ours, found by its title.
 
 #include <QString>
 
@@ -8,6 +9,23 @@ class QWidget;
 
 class ProcessClass {
 public:
+    bool StopFlag() const { return stopFlag_; }
+    void SetStopFlag(bool v) { stopFlag_ = v; }
+    bool WaitFlag() const { return waitFlag_; }
+    QString message() const { return message_; }
+    void Setmessage(const QString& v) { message_ = v; }
+    bool ErrorFlag() const { return errorFlag_; }
+    void SetErrorFlag(bool v) { errorFlag_ = v; }
+    // Run without a window of its own: the program's output is not shown anywhere.
+    bool Hide() const { return hide_; }
+    void SetHide(bool v) { hide_ = v; }
+
+    // Starts the program with the command line (split as a shell would) and waits until it
+    // ends, looking every 100 ms; with vEvents the window keeps being drawn and answering
+    // meanwhile. StopFlag, set meanwhile (by a handler the pump runs), ends the program. True
+    // when the program ended by itself; a program that can't start sets ErrorFlag and message.
+    bool ExecWait(const QString& vExeFileName, const QString& vCommandLine, bool vEvents);
+
     // The insert-after values the window order takes: -1 above all others, -2 back among them.
     static constexpr int TopMost = -1;
     static constexpr int NoTopMost = -2;
@@ -19,4 +37,11 @@ public:
     // The same for the first visible top-level window of this application with the title.
     static bool SetForceForegroundWindowCaption(const QString& vWindowName);
     static QWidget* GetWindowHandle(const QString& vWindowName);
+
+private:
+    bool stopFlag_ = false;
+    bool waitFlag_ = false;
+    bool hide_ = false;
+    QString message_;
+    bool errorFlag_ = false;
 };
