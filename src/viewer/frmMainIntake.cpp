@@ -111,9 +111,3 @@ void frmMain::dropEvent(QDropEvent* vEvent)
         files->AddData(path);
     mcDragDrop_evDragDrop(files);
 }
-
-// No sibling product is linked on this system, so none of its processes is ever offered.
-void frmMain::ArrangementExec(const QString& vProcName)
-{
-    Q_UNUSED(vProcName);
-}

@@ -44,6 +44,15 @@ public:
         list->AddData("印刷", "P2");
         return list;
     }
+    // The listing never runs a process; the rest of the sibling is the plugin tests' matter.
+    QString SearchProcName(const QString& vName) override { return vName; }
+    void SetLogSet(const QString&) override {}
+    BrackenfoldMessages& Msg() override { throw AppError(AppError::ObjectNotSet); }
+    QVariant GetLogOut(const QString&) override { return {}; }
+    SDC FileList() override { return nullptr; }
+    void ClearExecData() override {}
+    void EntryExecProc(const QString&) override {}
+    void ExecProc() override {}
 };
 
 } // namespace
