@@ -36,6 +36,21 @@ QWidget* ProcessClass::GetWindowHandle(const QString& vWindowName)
     return nullptr;
 }
 
+bool ProcessClass::CloseWindow(const QString& vClassName, const QString& vWindowName)
+{
+    for (QWidget* w : QApplication::topLevelWidgets()) {
+        if (!w->isVisible())
+            continue;
+        const bool byClass = !vClassName.isEmpty()
+                             && (QLatin1String(w->metaObject()->className()) == vClassName || w->objectName() == vClassName);
+        if (byClass || (vClassName.isEmpty() && w->windowTitle() == vWindowName)) {
+            w->close();  // asked, as WM_CLOSE asks: the window may still refuse
+            return true;
+        }
+    }
+    return false;
+}
+
 bool ProcessClass::SetForceForegroundWindowCaption(const QString& vWindowName)
 {
     QWidget* window = GetWindowHandle(vWindowName);

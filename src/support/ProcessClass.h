@@ -37,6 +37,9 @@ public:
     // The same for the first visible top-level window of this application with the title.
     static bool SetForceForegroundWindowCaption(const QString& vWindowName);
     static QWidget* GetWindowHandle(const QString& vWindowName);
+    // Asks a window of this application to close, as its close box would: found by its class
+    // (the widget's class or object name) when given, else by its title. False when none is.
+    static bool CloseWindow(const QString& vClassName, const QString& vWindowName);
 
 private:
     bool stopFlag_ = false;

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTimer>
+#include <QWidget>
 #include <gtest/gtest.h>
 
 TEST(ProcessClass, ExecWaitWaitsForTheProgramAndStopsItOnRequest)
@@ -34,6 +35,20 @@ TEST(ProcessClass, ExecWaitWaitsForTheProgramAndStopsItOnRequest)
     EXPECT_FALSE(missing.ExecWait(dir.filePath(QStringLiteral("no-such-program")), {}, false));
     EXPECT_TRUE(missing.ErrorFlag());
     EXPECT_FALSE(missing.message().isEmpty());
+}
+
+TEST(ProcessClass, CloseWindowFindsOurWindowByClassOrTitle)
+{
+    QWidget window;
+    window.setObjectName(QStringLiteral("frmTest"));
+    window.setWindowTitle(QStringLiteral("試験の窓"));
+    window.show();
+    EXPECT_FALSE(ProcessClass::CloseWindow({}, QStringLiteral("ほかの窓")));
+    EXPECT_TRUE(ProcessClass::CloseWindow({}, QStringLiteral("試験の窓")));
+    EXPECT_FALSE(window.isVisible());
+    window.show();
+    EXPECT_TRUE(ProcessClass::CloseWindow(QStringLiteral("frmTest"), {}));
+    EXPECT_FALSE(window.isVisible());
 }
 
 TEST(RegistryClass, ValuesKeepTheirTypesUnderTheirRootsAndKeys)
