@@ -151,6 +151,8 @@ void XdwEngine::SetPage(const xdw::Model& vModel, qint32 vPage)
             : PageTypeApplication;
         if (content.dpi >= xdw::MinDpi && content.dpi <= xdw::MaxDpi)
             resolution = static_cast<qint16>(content.dpi);
+        // The content's own turn inside its box: what a rotation of the page left on it.
+        page_.degree = content.rotation;
     }
     page_.horRes = page_.verRes = resolution;
     page_.annotations = static_cast<qint16>(qMin(page.Annotations(), 32767));
