@@ -6,10 +6,12 @@
 #include "engine/emf/EmfPlayer.h"
 
 #include <QPainter>
+#include <QPicture>
 #include <QTransform>
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 namespace xdw {
 
@@ -26,7 +28,8 @@ void DrawPicture(QPainter& vPainter, const QImage& vPicture, const QRectF& vTarg
     vPainter.drawImage(vTarget, vPicture);
 }
 
-void DrawPlacement(QPainter& vPainter, const Model& vModel, const Placement& vPlacement, double vScale)
+void DrawPlacement(QPainter& vPainter, const Model& vModel, const Placement& vPlacement, double vScale,
+                   const std::function<void(const QString&, const QRectF&)>& vTextDrawn = {})
 {
     const QByteArrayView fields = vModel.DrawingOf(vPlacement);
     if (fields.isEmpty())
@@ -56,6 +59,11 @@ void DrawPlacement(QPainter& vPainter, const Model& vModel, const Placement& vPl
     case DrawingKind::Wmf: {
         emf::PlayOptions options;
         options.mapping = vPlacement.kind == KindPageContent ? emf::Mapping::Page : emf::Mapping::Annotation;
+        if (vTextDrawn) {
+            // Boxes come in the painter's turned coordinates; hand them on as the page has them.
+            const QTransform turned = vPainter.transform();
+            options.textDrawn = [&](const QString& vText, const QRectF& vBox) { vTextDrawn(vText, turned.mapRect(vBox)); };
+        }
         const emf::PlayResult played = emf::Play(vPainter, drawing.data, box, options);
         if (!played.ok)
             Refuse(QStringLiteral("drawing cannot be played: ") + played.error);
@@ -140,11 +148,12 @@ QImage PageThumbnail(const Model& vModel, int vIndex)
     return picture;
 }
 
-QString PageText(const Model& vModel, int vIndex)
+namespace {
+
+// The page's own content first, as it is drawn, then the annotations as a reader meets them: top
+// to bottom, left to right within a line, whatever order they were added in.
+std::vector<const Placement*> ReadingOrder(const Page& page)
 {
-    const Page& page = PageAt(vModel, vIndex);
-    // The page's own text as it is drawn, then the annotations as a reader meets them: top to
-    // bottom, left to right within a line, whatever order they were added in.
     std::vector<const Placement*> order;
     for (const Placement& placement : page.placements)
         order.push_back(&placement);
@@ -152,6 +161,37 @@ QString PageText(const Model& vModel, int vIndex)
     std::stable_sort(first, order.end(), [](const Placement* a, const Placement* b) {
         return a->y != b->y ? a->y < b->y : a->x < b->x;
     });
+    return order;
+}
+
+} // namespace
+
+std::vector<PlacedText> PageWords(const Model& vModel, int vIndex)
+{
+    const Page& page = PageAt(vModel, vIndex);
+    std::vector<PlacedText> words;
+    // Played onto a picture recorder: the player works out where text goes, nothing is rasterised.
+    QPicture recorder;
+    QPainter painter(&recorder);
+    for (const Placement* placement : ReadingOrder(page)) {
+        const size_t before = words.size();
+        try {
+            DrawPlacement(painter, vModel, *placement, 1.0, [&](const QString& vText, const QRectF& vBox) {
+                words.push_back({vText, vBox});
+            });
+        } catch (const FormatError&) {
+            // A drawing that cannot be read has no words to place; the rest of the page still does.
+        }
+        if (words.size() == before && !placement->text.isEmpty())
+            words.push_back({placement->text, QRectF(placement->x, placement->y, placement->width, placement->height)});
+    }
+    return words;
+}
+
+QString PageText(const Model& vModel, int vIndex)
+{
+    const Page& page = PageAt(vModel, vIndex);
+    const std::vector<const Placement*> order = ReadingOrder(page);
     QStringList parts;
     for (const Placement* placement : order) {
         QStringList drawn;

@@ -7,8 +7,11 @@
 #include "engine/Model.h"
 
 #include <QImage>
+#include <QRectF>
 #include <QSize>
 #include <QString>
+
+#include <vector>
 
 class QPainter;
 
@@ -30,6 +33,17 @@ QImage RenderPage(const Model& vModel, int vIndex, int vDpi, bool vColour);
 
 // The thumbnail the page keeps, or the page drawn small when it keeps none.
 QImage PageThumbnail(const Model& vModel, int vIndex);
+
+// A piece of text as it stands on the page: its box in hundredths of a millimetre from the
+// page's top-left corner.
+struct PlacedText {
+    QString text;
+    QRectF box;
+};
+
+// The page's words with their places, in the order PageText gives them; one piece per text
+// record of a drawing, or an annotation's stored text filling its box.
+std::vector<PlacedText> PageWords(const Model& vModel, int vIndex);
 
 // The page's text; empty when it has none.
 QString PageText(const Model& vModel, int vIndex);

@@ -166,3 +166,31 @@ TEST(SampleModel, StoredThumbnailIsTheWhite104By146Picture)
     EXPECT_EQ(thumbnail.pixel(0, 0), qRgb(255, 255, 255));
     EXPECT_EQ(thumbnail.pixel(103, 145), qRgb(255, 255, 255));
 }
+
+TEST(SampleModel, WordsStandInsideTheAnnotationsThatDrawThem)
+{
+    SAMPLE_OR_SKIP(ten, "annotated-10-pages-gen7.xdw");
+    const xdw::Model model(ten);
+    const std::vector<xdw::PlacedText> words = xdw::PageWords(model, 2);
+    ASSERT_EQ(words.size(), 1u);
+    EXPECT_EQ(words[0].text, QStringLiteral("3"));
+    const xdw::Placement& note = model.Pages()[2].placements[0];
+    const QRectF box(note.x, note.y, note.width, note.height);
+    // Placed by the drawing, from the text's own start (20, 20 of the window) inside the box: the
+    // 176 mm figure reaches past the box's foot, as it does when drawn.
+    EXPECT_TRUE(box.contains(words[0].box.topLeft())) << words[0].box.x() << "," << words[0].box.y();
+    EXPECT_NEAR(words[0].box.left() - box.left(), 20 * 2540 / 300.0, 30);
+    EXPECT_GT(words[0].box.height(), 17000);
+
+    SAMPLE_OR_SKIP(gen10, "text-annotation-gen10.xdw");
+    const xdw::Model shaped(gen10);
+    const std::vector<xdw::PlacedText> line = xdw::PageWords(shaped, 0);
+    ASSERT_EQ(line.size(), 1u);
+    EXPECT_EQ(line[0].text, QStringLiteral("Lorem ipsum. 吾輩は猫である。"));
+    // Inside the teal frame at (26.62, 22.88) mm, 170.69 x 65.02 mm, and within the text
+    // annotation's own box, one 12 pt line high.
+    EXPECT_TRUE(QRectF(2662, 2288, 17069, 6502).contains(line[0].box));
+    const xdw::Placement& text = shaped.Pages()[0].placements[1];
+    EXPECT_TRUE(QRectF(text.x, text.y, text.width, text.height).contains(line[0].box));
+    EXPECT_NEAR(line[0].box.height(), 12 * 2540 / 72.0 * 1.09, 60);
+}

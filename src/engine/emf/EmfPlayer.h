@@ -33,6 +33,9 @@ struct PlayOptions {
     // The page's pictures for the private "DW" picture records, by their index in the page's
     // list; a null image where a picture cannot be had. Unset: those records draw nothing.
     std::function<QImage(int)> picture;
+    // Told of every piece of text drawn, with the box it fills in the painter's coordinates as
+    // Play was called: where a word stands on the page, for those who select or search it.
+    std::function<void(const QString& text, const QRectF& box)> textDrawn;
 };
 
 struct PlayResult {

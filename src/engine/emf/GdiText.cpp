@@ -94,7 +94,10 @@ void Gdi::Text(QPointF vReference, const QString& vText, const QList<double>& vA
     // Text stands upright in target pixels, turned only by the mapping's and the font's angle,
     // so that glyphs are drawn at the size they show rather than scaled from logical units.
     const double angle = std::atan2(xAxis.y(), xAxis.x()) * 180 / M_PI - dc_.font.escapement / 10.0;
-    painter_->setTransform(QTransform().rotate(angle) * QTransform::fromTranslate(at.x(), at.y()) * base_);
+    const QTransform upright = QTransform().rotate(angle) * QTransform::fromTranslate(at.x(), at.y());
+    if (options_.textDrawn && !vText.trimmed().isEmpty())
+        options_.textDrawn(vText, upright.mapRect(QRectF(left, baseline - ascent, total, ascent + descent)));
+    painter_->setTransform(upright * base_);
     painter_->setCompositionMode(QPainter::CompositionMode_SourceOver);
     if (dc_.bkMode == 2)
         painter_->fillRect(QRectF(left, baseline - ascent, total, ascent + descent), dc_.bkColour);
