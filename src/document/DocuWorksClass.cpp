@@ -30,6 +30,62 @@ DocuWorksClass::~DocuWorksClass()
     dwFileData_->Clear();
     for (AnyRef& file : opened)
         file = nullptr;
+    if (mergeFileList_)
+        mergeFileList_->Clear();
+}
+
+SDC DocuWorksClass::RefMergeFileList()
+{
+    if (!mergeFileList_)
+        mergeFileList_ = std::make_shared<StructuredDataClass>();
+    return mergeFileList_;
+}
+
+// ---- placing
+
+namespace {
+
+const std::array<QString, 3> HorPosWords = {u"CENTER"_s, u"LEFT"_s, u"RIGHT"_s};
+const std::array<QString, 3> VerPosWords = {u"CENTER"_s, u"TOP"_s, u"BOTTOM"_s};
+
+// The number of an exact word; anything else is the first, the centre.
+qint16 PositionOf(const std::array<QString, 3>& vWords, const QString& vWord)
+{
+    for (std::size_t i = 0; i < vWords.size(); ++i) {
+        if (vWords[i] == vWord)
+            return static_cast<qint16>(i);
+    }
+    return 0;
+}
+
+} // namespace
+
+QString DocuWorksClass::HorPos() const
+{
+    return HorPosWords[static_cast<std::size_t>(horPos_)];
+}
+
+void DocuWorksClass::SetHorPos(const QString& vHorPos)
+{
+    horPos_ = PositionOf(HorPosWords, vHorPos);
+}
+
+QString DocuWorksClass::VerPos() const
+{
+    return VerPosWords[static_cast<std::size_t>(verPos_)];
+}
+
+void DocuWorksClass::SetVerPos(const QString& vVerPos)
+{
+    verPos_ = PositionOf(VerPosWords, vVerPos);
+}
+
+void DocuWorksClass::SetPermission(bool& vFlag, bool vAllow, qint16 vValue)
+{
+    // Only a change of state moves the sum, so that setting a flag twice counts it once.
+    if (vFlag != vAllow)
+        permission_ = static_cast<qint16>(permission_ + (vAllow ? vValue : -vValue));
+    vFlag = vAllow;
 }
 
 std::shared_ptr<DocuWorksFileClass> DocuWorksClass::RefDwFile() const
@@ -75,6 +131,16 @@ bool DocuWorksClass::RetryOpenCheck(const QString& vPath, qint32 vRetrySec)
             current = start + current + 1;
     }
     return false;
+}
+
+qint64 DocuWorksClass::GetProcessId()
+{
+    return CommonLibClass::GetProcessId();
+}
+
+bool DocuWorksClass::IsEnabledForOcr() const
+{
+    return engine_->IsEnabledForOcr();
 }
 
 qint16 DocuWorksClass::InformationKeyNumber(const QString& vKey)

@@ -12,14 +12,16 @@
 //         ...
 //     }
 //
-// The whole-file conversions (from images, merging, binders, protection) come with their
-// users; their settings and lists will be fields of this class.
+// It also carries the whole-file work: images and application files made into documents, a
+// document made image-only, merging, binders and protected copies. Their settings are fields
+// of this object, set before the call.
 
 #include "store/StructuredDataClass.h"
 
 #include <QString>
 #include <QtGlobal>
 
+#include <functional>
 #include <memory>
 
 class DocumentEngine;
@@ -38,6 +40,44 @@ public:
     // The document under the opened list's cursor, or null past its end.
     std::shared_ptr<DocuWorksFileClass> RefDwFile() const;
 
+    // The input paths of MergeXdwDocument, made on first use; add them with AddData.
+    SDC RefMergeFileList();
+
+    // ---- placing of an image on the page it becomes
+    QString Compress() const { return compress_; }
+    void SetCompress(const QString& vCompress) { compress_ = vCompress; }
+    QString FitImage() const { return fitImage_; }
+    void SetFitImage(const QString& vFitImage) { fitImage_ = vFitImage; }
+    qint32 Zoom() const { return zoom_; }
+    void SetZoom(qint32 vZoom) { zoom_ = vZoom; }
+    qint32 Width() const { return width_; }
+    void SetWidth(qint32 vWidth) { width_ = vWidth; }
+    qint32 Height() const { return height_; }
+    void SetHeight(qint32 vHeight) { height_ = vHeight; }
+    // "CENTER", "LEFT", "RIGHT" and "CENTER", "TOP", "BOTTOM"; any other text, lower case
+    // included, is "CENTER".
+    QString HorPos() const;
+    void SetHorPos(const QString& vHorPos);
+    QString VerPos() const;
+    void SetVerPos(const QString& vVerPos);
+
+    // ---- what a protected copy allows, and its texts (each at most 255 bytes, checked when
+    // the copy is made). A flag counts once however often it is set.
+    void SetProtectPermissionDocEdit(bool vAllow) { SetPermission(protectDocEdit_, vAllow, 2); }
+    void SetProtectPermissionAnnoEdit(bool vAllow) { SetPermission(protectAnnoEdit_, vAllow, 4); }
+    void SetProtectPermissionPrint(bool vAllow) { SetPermission(protectPrint_, vAllow, 8); }
+    void SetProtectPermissionCopy(bool vAllow) { SetPermission(protectCopy_, vAllow, 16); }
+    void SetProtectOpenPass(const QString& vPass) { protectOpenPass_ = vPass; }
+    void SetProtectFullAccessPass(const QString& vPass) { protectFullAccessPass_ = vPass; }
+    void SetProtectComment(const QString& vComment) { protectComment_ = vComment; }
+
+    // ---- progress of ConvertXdwOfImage: the process name and the page count at the start,
+    // the process name after each page.
+    using ProgressStartHandler = std::function<void(const QString& vProcessName, qint32 vCount)>;
+    using ProgressNextHandler = std::function<void(const QString& vProcessName)>;
+    void OnProgressStart(ProgressStartHandler vHandler) { progressStart_ = std::move(vHandler); }
+    void OnProgressNext(ProgressNextHandler vHandler) { progressNext_ = std::move(vHandler); }
+
     // Raises 6300 for a file that isn't there, and with the document's own texts when it
     // doesn't open; a document that failed to open stays in the list all the same.
     std::shared_ptr<DocuWorksFileClass> OpenXdw(const QString& vPath, qint16 vOption);
@@ -47,6 +87,34 @@ public:
     // OpenCheck until it succeeds or vRetrySec seconds have passed, with a pause of 100 ms
     // between tries in which the window stays alive. 0 seconds makes no try and says False.
     bool RetryOpenCheck(const QString& vPath, qint32 vRetrySec);
+
+    // ---- whole files; every failure raises 6300 with the operation's name in front
+    // With the seven placing values, once.
+    void CreateXdwFromImageFile(const QString& vImagePath, const QString& vXdwPath);
+    // With the newer placing call, and tried again while the image is in use.
+    void CreateXdwFromImageFileEx2(const QString& vImagePath, const QString& vXdwPath);
+    void CreateXdwFromImagePdfFile(const QString& vImagePath, const QString& vXdwPath);
+    // Waits about ten seconds for the application's conversion, then cancels it.
+    void BeginCreationFromAppFile(const QString& vAppFilePath, const QString& vXdwPath, bool vWithOrg);
+    // Turns the document into one of page pictures, in place, through files in vTempFolderPath.
+    void ConvertXdwOfImage(const QString& vTargetFileName, const QString& vTempFolderPath, qint32 vDpi,
+                           qint32 vColor);
+    void ProtectDocument(const QString& vInputPath, const QString& vOutputPath);
+    // Merges the merge list's paths, in order, into vOutputPath.
+    void MergeXdwDocument(const QString& vOutputPath);
+    void CreateBinder(const QString& vXdwFilePath);
+    void InsertDocumentToBinder(const QString& vXdwFilePath, const QString& vBinderFilePath, qint32 vPosition);
+
+    // ---- an image's size before it becomes a document. GetImageInformation raises 6800.
+    void GetImageInformation(const QString& aImagePathFileName);
+    // In hundredths of a millimetre, rounded to the nearest (halves to even).
+    qint32 GetImageWidth() const;
+    qint32 GetImageHeight() const;
+    // vFullSizeMm / vFullSizePixel * vTargetPixel, rounded as above.
+    static qint32 ConvertMillimeter(qint32 vFullSizeMm, qint32 vFullSizePixel, qint32 vTargetPixel);
+
+    static qint64 GetProcessId();
+    bool IsEnabledForOcr() const;
 
     // What the runtime knows of its installation: "VERSION", "INSTALLPATH", "BINPATH",
     // "PLUGINPATH", "FOLDERROOTPATH", "USERFOLDERPATH", "SYSTEMFOLDERPATH", "RECEIVEFOLDERPATH",
@@ -67,7 +135,27 @@ public:
 
 private:
     static qint16 InformationKeyNumber(const QString& vKey);
+    void SetPermission(bool& vFlag, bool vAllow, qint16 vValue);
+    // Converts until the result is something else than the file being in use, 31 tries at
+    // most; returns the last result.
+    qint32 RetryWhileInUse(const std::function<void()>& vCall) const;
+    // One page of ConvertXdwOfImage; vBase is the document the pages gather in.
+    void ConvertPageOfImage(DocuWorksFileClass& vSource, qint32 vPage, const QString& vTempFolderPath,
+                            qint32 vDpi, qint32 vColor, QString& vBase);
 
     std::shared_ptr<DocumentEngine> engine_;
     SDC dwFileData_;
+    SDC mergeFileList_;
+
+    QString compress_ = QStringLiteral("NORMAL");
+    QString fitImage_ = QStringLiteral("FITDEF");
+    qint32 zoom_ = 0, width_ = 0, height_ = 0;
+    qint16 horPos_ = 0, verPos_ = 0;
+
+    qint16 permission_ = 0;
+    bool protectDocEdit_ = false, protectAnnoEdit_ = false, protectPrint_ = false, protectCopy_ = false;
+    QString protectOpenPass_, protectFullAccessPass_, protectComment_;
+
+    ProgressStartHandler progressStart_;
+    ProgressNextHandler progressNext_;
 };

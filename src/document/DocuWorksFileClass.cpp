@@ -1,13 +1,18 @@
 #include "document/DocuWorksFileClass.h"
 
+#include "document/DocuWorksAnnotationClass.h"
 #include "document/DocuWorksClass.h"
 #include "document/DocumentEngine.h"
+#include "document/DocumentRules.h"
 #include "document/XdwApi.h"
 #include "support/AppError.h"
 
 #include <limits>
 
 using namespace Qt::Literals::StringLiterals;
+using documentrules::MaxDpi;
+using documentrules::MinDpi;
+using documentrules::Raise;
 
 namespace {
 
@@ -15,15 +20,11 @@ namespace {
 constexpr int OpenTries = 30;
 constexpr qint32 OpenRetryWaitMs = 100;
 
-constexpr qint32 MinDpi = 10;
-constexpr qint32 MaxDpi = 600;
 // From this major version on the runtime answers the extended page query.
 constexpr int ExtendedPageQueryVersion = 5;
 
-[[noreturn]] void Raise(const QString& vText)
-{
-    throw AppError(AppError::Document, vText);
-}
+// The permission bits of a document, as a protected copy is asked for them.
+enum PermissionBit : qint16 { DocumentEdit = 2, AnnotationEdit = 4, Print = 8, Copy = 16 };
 
 QString FileSuffix(const QString& vPath)
 {
@@ -47,12 +48,16 @@ QString WordOf(qint16 vNumber, std::initializer_list<const char16_t*> vWords)
 } // namespace
 
 DocuWorksFileClass::DocuWorksFileClass(std::shared_ptr<DocumentEngine> vEngine)
-    : engine_(vEngine ? std::move(vEngine) : XdwApiObject())
+    : engine_(vEngine ? std::move(vEngine) : XdwApiObject()),
+      annotationData_(std::make_shared<StructuredDataClass>())
 {
 }
 
 DocuWorksFileClass::~DocuWorksFileClass()
 {
+    ReleaseAllAnnotation();
+    if (textPosition_)
+        textPosition_->Clear();
     if (documentHandle_ != 0)
         CloseDocument();
 }
@@ -101,13 +106,31 @@ void DocuWorksFileClass::CloseDocument()
     Select().CloseSelectedDocument();
 }
 
+void DocuWorksFileClass::SaveDocument()
+{
+    Select().SaveDocument();
+    Check(u"SaveDocument"_s);
+}
+
 // ---- the document
 
 void DocuWorksFileClass::GetDocumentInformation()
 {
-    DocumentEngine& engine = Select();
-    engine.GetDocumentInformation();
+    Select().GetDocumentInformation();
     Check(u"GetDocumentInformation"_s);
+    CopyDocumentFields();
+}
+
+void DocuWorksFileClass::GetDocumentInformationInBinder(qint32 vPosition)
+{
+    Select().GetDocumentInformationInBinder(vPosition);
+    Check(u"GetDocumentInformationInBinder"_s);
+    CopyDocumentFields();
+}
+
+void DocuWorksFileClass::CopyDocumentFields()
+{
+    const DocumentEngine& engine = *engine_;
     pages_ = engine.Pages();
     version_ = engine.Version();
     originalData_ = engine.OriginalData();
@@ -122,6 +145,26 @@ void DocuWorksFileClass::GetDocumentInformation()
 QString DocuWorksFileClass::DocType() const
 {
     return WordOf(documentType_, {u"DOCUMENT", u"BINDER"});
+}
+
+bool DocuWorksFileClass::PermissionOfDocumentEdit() const
+{
+    return (permission_ & DocumentEdit) != 0;
+}
+
+bool DocuWorksFileClass::PermissionOfAnnotationEdit() const
+{
+    return (permission_ & AnnotationEdit) != 0;
+}
+
+bool DocuWorksFileClass::PermissionOfPrint() const
+{
+    return (permission_ & Print) != 0;
+}
+
+bool DocuWorksFileClass::PermissionOfCopy() const
+{
+    return (permission_ & Copy) != 0;
 }
 
 // ---- pages
@@ -172,6 +215,15 @@ void DocuWorksFileClass::CopyPageFields(bool vExtended)
     pageImageHeight_ = engine.PageImageHeight();
 }
 
+void DocuWorksFileClass::GetPageColorInformation(qint32 vPage)
+{
+    DocumentEngine& engine = Select();
+    engine.GetPageColorInformation(vPage);
+    Check(u"GetPageColorInformation"_s);
+    pageColor_ = engine.PageColor();
+    pageImageDepth_ = engine.PageImageDepth();
+}
+
 QString DocuWorksFileClass::PagePageType() const
 {
     return WordOf(pageType_, {u"NULL", u"FROMIMAGE", u"FROMAPPL"});
@@ -197,7 +249,7 @@ qint32 DocuWorksFileClass::ConvertPageToImageHandle(qint32 vPage, qint32 vDpi, q
         GetPageInformation(vPage);
         dpi = pageVerRes_ > pageHorRes_ ? pageVerRes_ : pageHorRes_;
     } else if (dpi < MinDpi || dpi > MaxDpi) {
-        Raise(prefix + u"解像度は10～600dpiを指定してください。"_s);
+        Raise(prefix + documentrules::DpiText);
     }
 
     DocumentEngine& engine = Select();

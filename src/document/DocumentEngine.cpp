@@ -26,3 +26,8 @@ void DocumentEngine::Fail(qint32 vResult, const QString& vText)
     lastResult_ = vResult;
     lastErrorText_ = vText;
 }
+
+void DocumentEngine::Unavailable(const QString& vOperation)
+{
+    Fail(XdwResult::Unexpected, QStringLiteral("この文書エンジンは%1に対応していません。").arg(vOperation));
+}

@@ -24,6 +24,9 @@ public:
     void GlobalFree(qint32) override { Fail(XdwResult::NotInstalled); }
     void Finalize() override { Fail(XdwResult::NotInstalled); }
 
+protected:
+    void Unavailable(const QString&) override { Fail(XdwResult::NotInstalled); }
+
 private:
     template <class T>
     T Absent(T vAnswer)

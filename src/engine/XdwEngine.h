@@ -44,23 +44,23 @@ public:
     void Finalize() override;
 
     // The page's text; a page without any fails with InvalidOperation and gives "".
-    QString GetPageTextToMemory(qint32 vPage);
+    QString GetPageTextToMemory(qint32 vPage) override;
     // Writes the page as PNG, TIFF or JPEG, chosen by vType ("PNG", "TIFF", "JPEG").
     void ConvertPageToImageFile(qint32 vPage, const QString& vPath, qint32 vDpi, qint32 vColor,
-                                const QString& vType);
+                                const QString& vType) override;
     // A part of the page, from vXStart to vXEnd and vYStart to vYEnd percent of its width and
     // height, written as ConvertPageToImageFile writes the whole.
     void ConvertPageToImageFileEx(qint32 vPage, const QString& vPath, qint32 vDpi, qint32 vColor,
-                                  qint32 vXStart, qint32 vXEnd, qint32 vYStart, qint32 vYEnd);
+                                  qint32 vXStart, qint32 vXEnd, qint32 vYStart, qint32 vYEnd) override;
     // The page's thumbnail as a picture file, its kind by the path's ending.
-    void ConvertPageToThumbnailImageFile(qint32 vPage, const QString& vPath);
+    void ConvertPageToThumbnailImageFile(qint32 vPage, const QString& vPath) override;
     // Draws a page of the selected document onto vPainter, vScale device units to a hundredth
     // of a millimetre: vector output such as PDF pages.
     void PaintPage(QPainter& vPainter, qint32 vPage, double vScale);
     // 1 for a page that holds colour, 0 for black and white (and blank); depth 24 or 1.
-    void GetPageColorInformation(qint32 vPage);
-    qint16 PageColor() const { return pageColor_; }
-    qint16 PageImageDepth() const { return pageImageDepth_; }
+    void GetPageColorInformation(qint32 vPage) override;
+    qint16 PageColor() const override { return pageColor_; }
+    qint16 PageImageDepth() const override { return pageImageDepth_; }
 
     // Why the last call failed, in a line about the file; empty after a success.
     QString LastReason() const { return lastReason_; }
