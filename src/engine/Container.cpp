@@ -188,9 +188,10 @@ void Container::ReadTrailer()
     propertiesStart_ = trailerStart - stored;
     if (stored > MaxStoredProperties || propertiesStart_ <= HeaderSize)
         Refuse(QStringLiteral("properties block out of the file"));
-    const quint8 tag = At(source_->Read(ElementBefore(propertiesStart_, stored,
-                                                      {TagPropertiesPacked, TagPropertiesPlain},
-                                                      "properties block"), 1), 0);
+    stateStart_ = ElementBefore(propertiesStart_, stored, {TagPropertiesPacked, TagPropertiesPlain},
+                                "properties block");
+    superseded_ = qMax<qint64>(0, fields.IntegerOr(2, 0));
+    const quint8 tag = At(source_->Read(stateStart_, 1), 0);
     stored_ = source_->Read(propertiesStart_, stored);
     if (tag == TagPropertiesPlain) {
         // Stored as is, and its check value is not kept.

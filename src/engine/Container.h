@@ -51,6 +51,13 @@ public:
     // A wrong entry check is not a reason to refuse: the body is what the file holds.
     QByteArrayView EntryBody(qint64 vIndex) const;
 
+    // What a save appending to this file needs: where each entry in effect sits, where the
+    // current state (properties element, then the trailer to the end) begins, and how many
+    // bytes earlier saves already left behind (trailer field 82).
+    const std::vector<qint64>& EntryOffsets() const { return entryOffsets_; }
+    qint64 StateStart() const { return stateStart_; }
+    qint64 Superseded() const { return superseded_; }
+
 private:
     void ReadHeader();
     void ReadTrailer();
@@ -66,6 +73,8 @@ private:
     QByteArray stored_;
     std::vector<qint64> entryOffsets_;
     qint64 propertiesStart_ = 0;
+    qint64 stateStart_ = 0;
+    qint64 superseded_ = 0;
     mutable std::map<qint64, QByteArray> entryBodies_;
 };
 
