@@ -152,8 +152,9 @@ TEST(Lh5Encode, SamplePropertiesRoundTripNoLargerThanTheVendorsOwn)
         const xdw::Container file(testfiles::ReadBytes(dir + u'/' + name));
         QByteArray stream;
         EXPECT_TRUE(RoundTrips(file.Properties(), &stream)) << name.toStdString();
-        // Within a tenth of what the vendor's writer stored for the same records.
-        EXPECT_LE(stream.size(), file.StoredProperties().size() * 11 / 10)
+        std::cout << "SIZES " << name.toStdString() << " " << file.Properties().size() << " " << stream.size() << " " << file.StoredProperties().size() << std::endl;
+        // Within 2 % of what the vendor's writer stored for the same records.
+        EXPECT_LE(stream.size(), file.StoredProperties().size() * 51 / 50)
             << name.toStdString() << ": " << stream.size() << " against " << file.StoredProperties().size();
     }
 }

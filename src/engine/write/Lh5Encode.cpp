@@ -21,12 +21,18 @@ constexpr int ChainSlots = 2 * MaxDistance;
 constexpr int ChainMask = ChainSlots - 1;
 constexpr qint32 Nowhere = -2 * ChainSlots;
 
-// Search effort. Chains are cut after ChainDepth candidates (a quarter of that when the match in
-// hand is already GoodLength long); a match of LazyBelow bytes or more is taken without asking
-// whether one starting a byte later is longer.
-constexpr int ChainDepth = 32;
+// Search effort, set on scanned pages and record blocks: deeper chains bought a percent of size
+// for half again the time. Chains are cut after ChainDepth candidates (a quarter of that when the
+// match in hand is already GoodLength long); a match of LazyBelow bytes or more is taken without
+// asking whether one starting a byte later is longer.
+constexpr int ChainDepth = 16;
 constexpr int GoodLength = 16;
 constexpr int LazyBelow = 32;
+// Of a match longer than this only the last few positions go into the chains. What lies inside it
+// is reachable at its older place, and the blank stretches of a page would otherwise cost an
+// insertion a byte and fill the chains with positions that all match the same way.
+constexpr int InsertWithin = 32;
+constexpr int InsertTail = 4;
 // Three bytes from far back cost about what three literals cost, and spoil the distance code.
 constexpr int FarForThree = 4096;
 
@@ -125,7 +131,8 @@ void Matcher::Run()
         if (pending && held >= MinMatch && len <= held) {
             out_.Match(held, heldDistance);
             const int end = at - 1 + held;
-            for (int q = at + 1; q < end && q + MinMatch <= size_; ++q)
+            const int from = held > InsertWithin ? end - InsertTail : at + 1;
+            for (int q = from; q < end && q + MinMatch <= size_; ++q)
                 Insert(q);
             at = end;
             pending = false;
