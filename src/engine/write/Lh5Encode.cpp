@@ -4,6 +4,7 @@
 #include "engine/write/Lh5EncodeBlock.h"
 
 #include <QtEndian>
+#include <QtMath>
 
 #include <algorithm>
 #include <memory>
@@ -15,10 +16,11 @@ namespace {
 
 using namespace encode;
 
+// Tables for long data; short data (most drawings and record blocks) gets smaller ones, since
+// clearing them would cost more than compressing it.
 constexpr int HashBits = 15;
 // Twice the reach, so that the slot of a position still within reach is never reused.
 constexpr int ChainSlots = 2 * MaxDistance;
-constexpr int ChainMask = ChainSlots - 1;
 constexpr qint32 Nowhere = -2 * ChainSlots;
 
 // Search effort, set on scanned pages and record blocks: deeper chains bought a percent of size
@@ -55,8 +57,10 @@ int MatchLength(const quint8* vA, const quint8* vB, int vLimit)
 class Matcher {
 public:
     Matcher(const quint8* vData, int vSize, BlockWriter& vOut)
-        : data_(vData), size_(vSize), out_(vOut), head_(size_t(1) << HashBits, Nowhere),
-          prev_(ChainSlots, Nowhere)
+        : data_(vData), size_(vSize), out_(vOut),
+          hashBits_(std::clamp(32 - static_cast<int>(qCountLeadingZeroBits(quint32(vSize))), 8, HashBits)),
+          chainMask_(static_cast<int>(std::min<quint32>(qNextPowerOfTwo(quint32(vSize)), ChainSlots)) - 1),
+          head_(size_t(1) << hashBits_, Nowhere), prev_(size_t(chainMask_) + 1, Nowhere)
     {
     }
     void Run();
@@ -65,12 +69,12 @@ private:
     quint32 Hash(int vAt) const
     {
         const quint32 v = quint32(data_[vAt]) << 16 | quint32(data_[vAt + 1]) << 8 | data_[vAt + 2];
-        return (v * 0x9E3779B1u) >> (32 - HashBits);
+        return (v * 0x9E3779B1u) >> (32 - hashBits_);
     }
     void Insert(int vAt)
     {
         const quint32 h = Hash(vAt);
-        prev_[static_cast<size_t>(vAt & ChainMask)] = head_[h];
+        prev_[static_cast<size_t>(vAt & chainMask_)] = head_[h];
         head_[h] = vAt;
     }
     int Longest(int vAt, int vBeat, int& vDistance) const;
@@ -78,6 +82,8 @@ private:
     const quint8* data_;
     int size_;
     BlockWriter& out_;
+    int hashBits_;
+    int chainMask_;
     std::vector<qint32> head_;
     std::vector<qint32> prev_;
 };
@@ -92,8 +98,8 @@ int Matcher::Longest(int vAt, int vBeat, int& vDistance) const
     const quint8* here = data_ + vAt;
     int chain = vBeat >= GoodLength ? ChainDepth / 4 : ChainDepth;
     int found = 0;
-    for (int cand = prev_[static_cast<size_t>(vAt & ChainMask)];
-         vAt - cand <= MaxDistance && chain-- > 0; cand = prev_[static_cast<size_t>(cand & ChainMask)]) {
+    for (int cand = prev_[static_cast<size_t>(vAt & chainMask_)];
+         vAt - cand <= MaxDistance && chain-- > 0; cand = prev_[static_cast<size_t>(cand & chainMask_)]) {
         const quint8* there = data_ + cand;
         // The byte that would make it longer first: most candidates fail there.
         if (there[best] != here[best] || there[0] != here[0] || there[1] != here[1])
@@ -161,7 +167,7 @@ QByteArray Compress(QByteArrayView vData)
     QByteArray out;
     if (vData.isEmpty())
         return out;
-    auto blocks = std::make_unique<BlockWriter>(out);
+    auto blocks = std::make_unique<BlockWriter>(out, std::min<qsizetype>(vData.size(), BlockCodes));
     const auto* bytes = reinterpret_cast<const quint8*>(vData.data());
     for (qsizetype at = 0; at < vData.size(); at += PieceBytes) {
         const auto size = static_cast<int>(std::min(PieceBytes, vData.size() - at));

@@ -69,12 +69,17 @@ private:
 
 class BlockWriter {
 public:
-    explicit BlockWriter(QByteArray& vOut) : bits_(vOut) {}
+    // vCodes: the most codes a block will hold, at most BlockCodes; fewer for short data.
+    BlockWriter(QByteArray& vOut, qsizetype vCodes)
+        : bits_(vOut), limit_(static_cast<int>(vCodes)), symbols_(static_cast<size_t>(vCodes)),
+          distances_(static_cast<size_t>(vCodes))
+    {
+    }
     void Literal(quint8 vByte)
     {
         symbols_[count_] = vByte;
         ++literalCounts_[vByte];
-        if (++count_ == BlockCodes)
+        if (++count_ == limit_)
             Flush();
     }
     // vDistance counts back from the byte after the match's source: 1 repeats the last byte.
@@ -86,7 +91,7 @@ public:
         distances_[count_] = static_cast<quint16>(d);
         ++literalCounts_[symbol];
         ++distanceCounts_[DistanceClass(d)];
-        if (++count_ == BlockCodes)
+        if (++count_ == limit_)
             Flush();
     }
     // Sends what is kept and ends the stream on a byte boundary.
@@ -101,8 +106,9 @@ private:
 
     BitWriter bits_;
     int count_ = 0;
-    std::array<quint16, BlockCodes> symbols_{};
-    std::array<quint16, BlockCodes> distances_{};
+    int limit_;
+    std::vector<quint16> symbols_;
+    std::vector<quint16> distances_;
     std::array<quint32, LiteralSymbols> literalCounts_{};
     std::array<quint32, DistanceSymbols> distanceCounts_{};
 };
