@@ -28,6 +28,11 @@ quint32 Be32(QByteArrayView vBytes, qsizetype vAt)
     return Be16(vBytes, vAt) << 16 | Be16(vBytes, vAt + 2);
 }
 
+qint32 Le16(QByteArrayView vBytes, qsizetype vAt)
+{
+    return quint8(vBytes[vAt]) | quint8(vBytes[vAt + 1]) << 8;
+}
+
 qint32 Le32(QByteArrayView vBytes, qsizetype vAt)
 {
     quint32 v = 0;
@@ -79,13 +84,29 @@ void WalkPng(QByteArrayView vBytes, double* vHor, double* vVer)
     }
 }
 
-void WalkBmp(QByteArrayView vBytes, double* vHor, double* vVer)
+// The BMP resolution, and whether the file holds all the rows its header promises: Qt draws the
+// missing ones black rather than failing.
+bool WalkBmp(QByteArrayView vBytes, double* vHor, double* vVer)
 {
-    // Pixels per metre follow a header of 40 bytes or more; the old 12-byte one has none.
-    if (vBytes.size() >= 46 && Le32(vBytes, 14) >= 40) {
+    if (vBytes.size() < 26)
+        return false;
+    const qint64 headerSize = Le32(vBytes, 14);
+    const bool core = headerSize == 12;
+    if (!core && (headerSize < 40 || vBytes.size() < 54))
+        return false;
+    const qint64 width = core ? Le16(vBytes, 18) : Le32(vBytes, 18);
+    const qint64 height = core ? Le16(vBytes, 20) : Le32(vBytes, 22);
+    const qint64 bits = Le16(vBytes, core ? 24 : 28);
+    const qint64 compression = core ? 0 : Le32(vBytes, 30);
+    if (!core) {
         *vHor = Le32(vBytes, 38) * MetresPerInch;
         *vVer = Le32(vBytes, 42) * MetresPerInch;
     }
+    const qint64 pixelsAt = Le32(vBytes, 10);
+    // Run-length rows have no fixed size; plain and bit-field ones do.
+    const bool fixedRows = compression == 0 || compression == 3 || compression == 6;
+    const qint64 rows = fixedRows ? (width * bits + 31) / 32 * 4 * qAbs(height) : 1;
+    return pixelsAt > 0 && pixelsAt + rows <= vBytes.size();
 }
 
 // JPEG, PNG and BMP: one page each, decoded by Qt from the file's bytes held in memory.
@@ -100,7 +121,7 @@ public:
         else if (format_ == Format::Png)
             WalkPng(bytes_, &hor, &ver);
         else
-            WalkBmp(bytes_, &hor, &ver);
+            complete_ = WalkBmp(bytes_, &hor, &ver);
         SaneDpi(hor, ver, &horDpi_, &verDpi_);
     }
 
@@ -121,7 +142,7 @@ public:
         const ImageInformation info = Information(0);
         CheckPixels(info.pixelWidth, info.pixelHeight, QString::fromLatin1(Name()));
         if (!complete_)
-            RefuseImage(QStringLiteral("the JPEG data is cut off before its end"));
+            RefuseImage(QStringLiteral("the %1 data is cut off before its end").arg(QString::fromLatin1(Name())));
         QBuffer buffer(&bytes_);
         QImageReader reader(&buffer, Name());
         // Our own limits have been checked; Qt's smaller default would refuse a large scan.
