@@ -1,6 +1,5 @@
 // Image files made into pages and drawn back by the engine: lossless pictures come back pixel
-// for pixel at the image's resolution, JPEG ones close to the original, and each tone is stored
-// at its own depth.
+// for pixel at the image's resolution and at their own depth, JPEG ones close to the original.
 #include "common/TestFiles.h"
 #include "common/TiffWriter.h"
 #include "engine/Drawing.h"
@@ -11,6 +10,7 @@
 #include "engine/write/ImagePages.h"
 #include "imagein/ImageFixtures.h"
 
+#include <QPainter>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -18,30 +18,19 @@ using namespace imagefixtures;
 
 namespace {
 
-constexpr int Dpi = 200;   // 160 pixels are then exactly 2032 hundredths of a millimetre
+constexpr int Dpi = 200;   // 160 pixels are then exactly 2,032 hundredths of a millimetre
 
-xdw::Placing Compressed(const char* vName)
+std::vector<xdw::Node> Pages(const QString& vPath, const char* vCompress = "NORMAL", xdw::Placing vPlacing = {})
 {
-    xdw::Placing placing;
-    placing.compress = QString::fromLatin1(vName);
-    return placing;
-}
-
-std::vector<xdw::Node> Pages(const QString& vPath, const xdw::Placing& vPlacing = {})
-{
+    vPlacing.compress = QString::fromLatin1(vCompress);
     return xdw::PagesFromImage(vPath, vPlacing, &Pack);
 }
 
-// The content drawing of a page node, as the reader expands it.
+const xdw::Node& Content(const xdw::Node& vPage) { return vPage.children.at(0).children.at(0); }
+
 xdw::Drawing ContentDrawing(const xdw::Node& vPage)
 {
-    const xdw::Node& content = vPage.children.at(0).children.at(0);
-    return xdw::ReadDrawing(AttributeOf(content, 7)->value);
-}
-
-int BitCount(const xdw::Drawing& vDrawing)
-{
-    return quint8(vDrawing.dibInfo[14]) | quint8(vDrawing.dibInfo[15]) << 8;
+    return xdw::ReadDrawing(AttributeOf(Content(vPage), 7)->value);
 }
 
 class ImagePagesTest : public ::testing::Test {
@@ -52,71 +41,63 @@ protected:
 
 TEST_F(ImagePagesTest, LosslessPicturesComeBackPixelForPixelAtTheirOwnDepth)
 {
-    struct Case {
-        const char* what;
-        QString path;
-        QImage source;
-        const char* compress;
-        int bits;
-    };
     const QString g4 = Path("fax.tif"), grey = Path("grey.tif"), rgb = Path("rgb.tif");
     ASSERT_TRUE(tiffwriter::Write(g4, {Bilevel()}, tiffwriter::Kind::BilevelG4, Dpi));
     ASSERT_TRUE(tiffwriter::Write(grey, {Grey()}, tiffwriter::Kind::GreyLzw, Dpi));
     ASSERT_TRUE(tiffwriter::Write(rgb, {Colour()}, tiffwriter::Kind::RgbDeflate, Dpi));
-    const std::vector<Case> cases = {
-        // A black and white page stays one bit whatever name asks for a JPEG.
-        {"G4 fax, NORMAL", g4, Bilevel(), "NORMAL", 1},
-        {"G4 fax, JPEG", g4, Bilevel(), "JPEG", 1},
-        {"G4 fax, G4", g4, Bilevel(), "G4", 1},
-        {"grey TIFF", grey, Grey(), "LOSSLESS", 8},
-        {"RGB TIFF", rgb, Colour(), "NOCOMPRESS", 24},
-        {"1-bit PNG", Save(Path("bw.png"), Bilevel(), "png", Dpi), Bilevel(), "NORMAL", 1},
-        {"grey PNG", Save(Path("grey.png"), Grey(), "png", Dpi), Grey(), "PACKBITS", 8},
-        {"colour BMP", Save(Path("colour.bmp"), Colour(), "bmp", Dpi), Colour(), "LOSSLESS", 24},
+    // Half transparent: what shows through is white paper.
+    QImage glass(Colour().size(), QImage::Format_ARGB32);
+    glass.fill(QColor(200, 0, 0, 100));
+    QPainter(&glass).drawImage(0, 0, Colour().copy(0, 0, 80, 100));
+    QImage onPaper(glass.size(), QImage::Format_RGB32);
+    onPaper.fill(Qt::white);
+    QPainter(&onPaper).drawImage(0, 0, glass);
+    const struct {
+        QString path;
+        QImage source;
+        const char* compress;
+        int bits;
+    } cases[] = {
+        // A black and white page stays one bit whatever the name.
+        {g4, Bilevel(), "NORMAL", 1}, {g4, Bilevel(), "JPEG", 1}, {g4, Bilevel(), "G4", 1},
+        {grey, Grey(), "LOSSLESS", 8}, {rgb, Colour(), "NOCOMPRESS", 24},
+        {Save(Path("bw.png"), Bilevel(), "png", Dpi), Bilevel(), "NORMAL", 1},
+        {Save(Path("grey.png"), Grey(), "png", Dpi), Grey(), "PACKBITS", 8},
+        {Save(Path("colour.bmp"), Colour(), "bmp", Dpi), Colour(), "LOSSLESS", 24},
+        {Save(Path("glass.png"), glass, "png", Dpi), onPaper, "LOSSLESS", 24},
     };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.what);
-        ASSERT_FALSE(c.path.isEmpty());
-        const std::vector<xdw::Node> pages = Pages(c.path, Compressed(c.compress));
+    for (const auto& c : cases) {
+        SCOPED_TRACE(QFileInfo(c.path).fileName().toStdString() + " " + c.compress);
+        const std::vector<xdw::Node> pages = Pages(c.path, c.compress);
         ASSERT_EQ(pages.size(), 1u);
         const xdw::Drawing drawing = ContentDrawing(pages[0]);
         ASSERT_EQ(drawing.kind, xdw::DrawingKind::Dib);
-        EXPECT_EQ(BitCount(drawing), c.bits);
-        const QImage drawn = Render(Document(pages), 0, Dpi);
-        EXPECT_EQ(drawn.size(), c.source.size());
-        EXPECT_EQ(Differing(drawn, c.source), 0);
+        EXPECT_EQ(quint8(drawing.dibInfo[14]), c.bits);
+        EXPECT_EQ(Differing(Render(Document(pages), 0, Dpi), c.source), 0);
     }
-}
-
-TEST_F(ImagePagesTest, EveryPageOfAMultiPageTiffBecomesAPageInOrder)
-{
-    const QString path = Path("three.tif");
-    ASSERT_TRUE(tiffwriter::Write(path, {Bilevel(0), Bilevel(5), Bilevel(10)}, tiffwriter::Kind::BilevelG4, Dpi));
-    const std::vector<xdw::Node> pages = Pages(path);
-    ASSERT_EQ(pages.size(), 3u);
-    const QByteArray document = Document(pages);
-    EXPECT_EQ(xdw::Model(document).Pages().size(), 3u);
+    // Every page of a multi-page TIFF, in order.
+    ASSERT_TRUE(tiffwriter::Write(g4, {Bilevel(0), Bilevel(5), Bilevel(10)}, tiffwriter::Kind::BilevelG4, Dpi));
+    const QByteArray three = Document(Pages(g4));
+    ASSERT_EQ(xdw::Model(three).Pages().size(), 3u);
     for (int i = 0; i < 3; ++i)
-        EXPECT_EQ(Differing(Render(document, i, Dpi), Bilevel(5 * i)), 0) << "page " << i + 1;
+        EXPECT_EQ(Differing(Render(three, i, Dpi), Bilevel(5 * i)), 0) << "page " << i + 1;
 }
 
 TEST_F(ImagePagesTest, JpegNamesStoreJpegsCloseToTheImage)
 {
-    const QString png = Save(Path("colour.png"), Colour(), "png", Dpi);
+    const QString colour = Save(Path("colour.png"), Colour(), "png", Dpi);
     const QString grey = Save(Path("grey.png"), Grey(), "png", Dpi);
     for (const char* name : {"NORMAL", "HIGHQUALITY", "HIGHCOMPRESS", "JPEG"}) {
-        SCOPED_TRACE(name);
-        for (const auto& [path, source] : {std::pair{png, Colour()}, std::pair{grey, Grey()}}) {
-            const std::vector<xdw::Node> pages = Pages(path, Compressed(name));
+        for (const auto& [path, source] : {std::pair{colour, Colour()}, std::pair{grey, Grey()}}) {
+            SCOPED_TRACE(QFileInfo(path).fileName().toStdString() + " " + name);
+            const std::vector<xdw::Node> pages = Pages(path, name);
             const xdw::Drawing drawing = ContentDrawing(pages[0]);
             ASSERT_EQ(drawing.kind, xdw::DrawingKind::Jpeg);
-            // A grey image stays a one-channel JPEG.
             EXPECT_EQ(QImage::fromData(drawing.data, "JPEG").isGrayscale(), source.isGrayscale());
             EXPECT_GT(Psnr(Render(Document(pages), 0, Dpi), source), 35.0);
         }
     }
-    // The names differ in what they keep.
-    const auto size = [&](const char* vName) { return ContentDrawing(Pages(png, Compressed(vName))[0]).data.size(); };
+    const auto size = [&](const char* vName) { return ContentDrawing(Pages(colour, vName)[0]).data.size(); };
     EXPECT_LT(size("HIGHCOMPRESS"), size("NORMAL"));
     EXPECT_LT(size("NORMAL"), size("HIGHQUALITY"));
 }
@@ -126,77 +107,47 @@ TEST_F(ImagePagesTest, AJpegIsKeptByteForByteUnlessCutOrAskedSmaller)
     const QString path = Save(Path("photo.jpg"), Colour(), "jpeg", Dpi, 95);
     const QByteArray file = testfiles::ReadBytes(path);
     for (const char* name : {"NORMAL", "HIGHQUALITY", "JPEG"})
-        EXPECT_EQ(ContentDrawing(Pages(path, Compressed(name))[0]).data, file) << name;
-    EXPECT_NE(ContentDrawing(Pages(path, Compressed("HIGHCOMPRESS"))[0]).data, file);
-    // Made larger than its page, only the part that shows is stored.
-    xdw::Placing cut = Compressed("NORMAL");
-    cut.fitImage = QStringLiteral("USERDEF");
-    cut.zoom = 1000;
-    cut.width = 10000;
-    cut.height = 5000;
-    const xdw::Drawing drawn = ContentDrawing(Pages(path, cut)[0]);
-    EXPECT_NE(drawn.data, file);
-    EXPECT_LT(QImage::fromData(drawn.data, "JPEG").width(), Colour().width());
-    // Lossless names turn the photograph into a bitmap of its decoded pixels.
-    const xdw::Drawing bitmap = ContentDrawing(Pages(path, Compressed("LOSSLESS"))[0]);
-    EXPECT_EQ(bitmap.kind, xdw::DrawingKind::Dib);
-    EXPECT_EQ(Differing(Render(Document(Pages(path, Compressed("LOSSLESS"))), 0, Dpi), QImage(path)), 0);
+        EXPECT_EQ(ContentDrawing(Pages(path, name)[0]).data, file) << name;
+    EXPECT_NE(ContentDrawing(Pages(path, "HIGHCOMPRESS")[0]).data, file);
+    // Ten times its size on a 10 x 5 cm page: only the part that shows is stored.
+    const xdw::Placing cut{QStringLiteral("USERDEF"), {}, 1000, 10000, 5000, 0, 0};
+    EXPECT_LT(QImage::fromData(ContentDrawing(Pages(path, "NORMAL", cut)[0]).data, "JPEG").width(), 160);
+    // Lossless names keep its decoded pixels.
+    EXPECT_EQ(Differing(Render(Document(Pages(path, "LOSSLESS")), 0, Dpi), QImage(path)), 0);
 }
 
-TEST_F(ImagePagesTest, ThePageNodeHasTheShapeOfAPageTheReaderKnows)
+TEST_F(ImagePagesTest, ThePageHasTheRecordsAndBitmapLayoutTheReaderKnows)
 {
-    const QString path = Save(Path("grey.png"), Grey(), "png", Dpi);
-    const xdw::Node page = Pages(path).at(0);
+    const xdw::Node page = Pages(Save(Path("bw.png"), Bilevel(), "png", Dpi)).at(0);
     EXPECT_EQ(page.kind, 0x1301u);
     EXPECT_EQ(AttributeOf(page, 3), nullptr);   // the page id is the inserting document's
     EXPECT_EQ(AttributeOf(page, 5)->value, xdwtest::Numbers({2032, 1270}));
-    ASSERT_EQ(page.children.size(), 1u);
-    const xdw::Node& placement = page.children[0];
+    const xdw::Node& placement = page.children.at(0);
     EXPECT_EQ(placement.kind, 0x1302u);
-    EXPECT_EQ(AttributeOf(placement, 52)->value, xdwtest::Numbers({0, 0}));
     ASSERT_EQ(placement.declarations.size(), 1u);
     EXPECT_EQ(placement.declarations[0].name, QStringLiteral("childdim"));
     EXPECT_EQ(placement.declarations[0].type, xdw::NamedSizePair);
-    ASSERT_EQ(placement.children.size(), 1u);
-    const xdw::Node& content = placement.children[0];
-    EXPECT_EQ(content.kind, 0x8010u);
-    EXPECT_FALSE(AttributeOf(content, 7)->constructed);   // inline, tag 87, as the vendor writes it
-    EXPECT_EQ(AttributeOf(content, 5)->value, xdwtest::Numbers({2032, 1270}));
+    EXPECT_EQ(Content(page).kind, 0x8010u);
+    EXPECT_FALSE(AttributeOf(Content(page), 7)->constructed);   // inline, tag 87
 
-    // The reader sees the box, the resolution and the drawing's fields.
     const xdw::Model model(Document({page}));
     const xdw::Placement& shown = model.Pages().at(0).placements.at(0);
-    EXPECT_EQ(shown.kind, 0x8010u);
-    EXPECT_EQ(shown.width, 2032);
-    EXPECT_EQ(shown.height, 1270);
-    EXPECT_EQ(shown.dpi, Dpi);
+    EXPECT_EQ(std::vector<qint64>({shown.kind, shown.x, shown.y, shown.width, shown.height, shown.dpi}),
+              std::vector<qint64>({0x8010, 0, 0, 2032, 1270, Dpi}));
     const xdw::Fields fields(model.DrawingOf(shown));
-    EXPECT_EQ(fields.IntegerOr(0, 0), 5);   // NORMAL on a grey picture: a JPEG
-    EXPECT_EQ(fields.IntegerOr(4, 0), 2032);
-    EXPECT_EQ(fields.IntegerOr(5, 0), 1270);
-    EXPECT_EQ(fields.IntegerOr(13, 0), 3);
-    EXPECT_EQ(fields.IntegerOr(7, 0), 160);
-    EXPECT_EQ(fields.IntegerOr(8, 0), 100);
-}
-
-TEST_F(ImagePagesTest, TheBitmapLayoutMatchesTheStoredThumbnails)
-{
-    const QString path = Save(Path("bw.png"), Bilevel(), "png", Dpi);
-    const QByteArray fields = AttributeOf(Pages(path).at(0).children[0].children[0], 7)->value;
-    const QByteArray data = xdw::Fields(fields).Get(6)->toByteArray();
-    // BITMAPINFOHEADER of 40 bytes, bottom-up, 1 plane, 1 bit, 2 colours, then the table.
-    const QByteArray header = QByteArray::fromHex("28000000" "a0000000" "64000000" "0100" "0100" "00000000"
-                                                  "d0070000" "c21e0000" "c21e0000" "02000000" "00000000"
-                                                  "00000000" "ffffff00");
-    EXPECT_EQ(data.left(header.size()).toHex(), header.toHex());
-    EXPECT_EQ(xdw::Fields(fields).IntegerOr(1, 0), header.size());
-    // Then method 1 (LH5), stored size, expanded size (20-byte rows, 100 of them), rows.
-    const QByteArray rows = QByteArray::fromHex("01000000") + QByteArray::fromHex("00000000")
-        + QByteArray::fromHex("d0070000" "64000000");
-    const QByteArray sub = data.mid(header.size(), 16);
-    EXPECT_EQ(sub.left(4), rows.left(4));
-    EXPECT_EQ(sub.mid(8), rows.mid(8));
-    EXPECT_EQ(sub.mid(4, 4), xdw::emit::Le32(static_cast<quint32>(data.size() - header.size() - 16)));
+    EXPECT_EQ(std::vector<qint64>({fields.IntegerOr(0, 0), fields.IntegerOr(4, 0), fields.IntegerOr(5, 0), fields.IntegerOr(13, 0)}),
+              std::vector<qint64>({7, 2032, 1270, 3}));
+    // As the stored thumbnails: a 40-byte header, bottom-up, 1 plane, 1 bit, 2,000 bytes of rows,
+    // 7,874 pixels a metre, 2 colours, the table; field 81 counts them. Then method 1 (LH5),
+    // the stored size, the expanded size and the rows.
+    const QByteArray data = fields.Get(6)->toByteArray();
+    const QByteArray info = QByteArray::fromHex("28000000a0000000640000000100010000000000d0070000c21e0000"
+                                                "c21e00000200000000000000" "00000000ffffff00");
+    EXPECT_EQ(data.left(info.size()).toHex(), info.toHex());
+    EXPECT_EQ(fields.IntegerOr(1, 0), info.size());
+    EXPECT_EQ(data.mid(info.size(), 16).toHex(),
+              (xdw::emit::Le32(1) + xdw::emit::Le32(quint32(data.size() - info.size() - 16)) + xdw::emit::Le32(2000)
+               + xdw::emit::Le32(100)).toHex());
 }
 
 } // namespace
