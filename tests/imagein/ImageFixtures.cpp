@@ -4,6 +4,7 @@
 #include "engine/PageRender.h"
 #include "engine/XdwBuilder.h"
 #include "engine/write/Emit.h"
+#include "engine/write/ImageFile.h"
 
 #include <QPainter>
 
@@ -46,11 +47,7 @@ QImage Bilevel(int vSeed)
     for (int i = 0; i < 30; ++i)
         painter.fillRect(90 + (i * 7) % 60, 30 + (i * 13) % 60, 1 + i % 3, 2, Qt::black);
     painter.end();
-    QImage mono = picture.convertToFormat(QImage::Format_Mono, Qt::ThresholdDither);
-    if (qGray(mono.color(0)) > 127)
-        mono.invertPixels();
-    mono.setColorTable({qRgb(0, 0, 0), qRgb(255, 255, 255)});
-    return mono;
+    return xdw::image::BlackFirst(picture.convertToFormat(QImage::Format_Mono, Qt::ThresholdDither));
 }
 
 QImage Grey()
@@ -114,16 +111,9 @@ QImage Render(const QByteArray& vDocument, int vIndex, int vDpi)
     return xdw::RenderPage(model, vIndex, vDpi, true);
 }
 
-qint64 Differing(const QImage& vA, const QImage& vB)
+bool SamePixels(const QImage& vA, const QImage& vB)
 {
-    if (vA.size() != vB.size())
-        return -1;
-    const QImage a = vA.convertToFormat(QImage::Format_RGB32), b = vB.convertToFormat(QImage::Format_RGB32);
-    qint64 count = 0;
-    for (int y = 0; y < a.height(); ++y)
-        for (int x = 0; x < a.width(); ++x)
-            count += a.pixel(x, y) != b.pixel(x, y);
-    return count;
+    return vA.convertToFormat(QImage::Format_RGB32) == vB.convertToFormat(QImage::Format_RGB32);
 }
 
 double Psnr(const QImage& vA, const QImage& vB)

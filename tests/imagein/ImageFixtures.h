@@ -32,9 +32,8 @@ QByteArray Document(const std::vector<xdw::Node>& vPages);
 // Page vIndex of vDocument drawn at vDpi, in colour.
 QImage Render(const QByteArray& vDocument, int vIndex, int vDpi);
 
-// Pixels that differ between two pictures of the same size, compared as RGB32; -1 when the sizes
-// differ.
-qint64 Differing(const QImage& vA, const QImage& vB);
+// Same size and same pixels, compared as RGB32.
+bool SamePixels(const QImage& vA, const QImage& vB);
 // Peak signal to noise ratio in dB over the three channels.
 double Psnr(const QImage& vA, const QImage& vB);
 

@@ -73,14 +73,14 @@ TEST_F(ImagePagesTest, LosslessPicturesComeBackPixelForPixelAtTheirOwnDepth)
         const xdw::Drawing drawing = ContentDrawing(pages[0]);
         ASSERT_EQ(drawing.kind, xdw::DrawingKind::Dib);
         EXPECT_EQ(quint8(drawing.dibInfo[14]), c.bits);
-        EXPECT_EQ(Differing(Render(Document(pages), 0, Dpi), c.source), 0);
+        EXPECT_TRUE(SamePixels(Render(Document(pages), 0, Dpi), c.source));
     }
     // Every page of a multi-page TIFF, in order.
     ASSERT_TRUE(tiffwriter::Write(g4, {Bilevel(0), Bilevel(5), Bilevel(10)}, tiffwriter::Kind::BilevelG4, Dpi));
     const QByteArray three = Document(Pages(g4));
     ASSERT_EQ(xdw::Model(three).Pages().size(), 3u);
     for (int i = 0; i < 3; ++i)
-        EXPECT_EQ(Differing(Render(three, i, Dpi), Bilevel(5 * i)), 0) << "page " << i + 1;
+        EXPECT_TRUE(SamePixels(Render(three, i, Dpi), Bilevel(5 * i))) << "page " << i + 1;
 }
 
 TEST_F(ImagePagesTest, JpegNamesStoreJpegsCloseToTheImage)
@@ -113,7 +113,7 @@ TEST_F(ImagePagesTest, AJpegIsKeptByteForByteUnlessCutOrAskedSmaller)
     const xdw::Placing cut{QStringLiteral("USERDEF"), {}, 1000, 10000, 5000, 0, 0};
     EXPECT_LT(QImage::fromData(ContentDrawing(Pages(path, "NORMAL", cut)[0]).data, "JPEG").width(), 160);
     // Lossless names keep its decoded pixels.
-    EXPECT_EQ(Differing(Render(Document(Pages(path, "LOSSLESS")), 0, Dpi), QImage(path)), 0);
+    EXPECT_TRUE(SamePixels(Render(Document(Pages(path, "LOSSLESS")), 0, Dpi), QImage(path)));
 }
 
 TEST_F(ImagePagesTest, ThePageHasTheRecordsAndBitmapLayoutTheReaderKnows)
