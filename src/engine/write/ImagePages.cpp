@@ -2,6 +2,7 @@
 
 #include "document/XdwApi.h"
 #include "engine/FormatError.h"
+#include "engine/Model.h"
 #include "engine/write/Emit.h"
 
 #include <cmath>
@@ -12,7 +13,6 @@ namespace {
 
 constexpr quint32 KindPage = 0x1301;
 constexpr quint32 KindPlacement = 0x1302;
-constexpr quint32 KindContent = 0x8010;
 constexpr quint32 AttrId = 3;
 constexpr quint32 AttrSize = 5;
 constexpr quint32 AttrDrawing = 7;
@@ -64,7 +64,7 @@ Node PageNode(const PageLayout& vLayout, const QByteArray& vDrawing)
     const qint64 dpi = std::max<qint64>(
         1, std::lround(vLayout.pixels.width() * HundredthsPerInch / double(vLayout.width)));
     Node content;
-    content.kind = KindContent;
+    content.kind = KindPageContent;
     content.attributes.push_back(Attribute(AttrId, Numbers({1})));
     content.attributes.push_back(Attribute(AttrDrawing, vDrawing));
     content.attributes.push_back(Attribute(AttrSize, Numbers({vLayout.width, vLayout.height})));
