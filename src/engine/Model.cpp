@@ -39,7 +39,14 @@ qint64 FirstNumber(const Attribute* vAttribute, const Container& vFile, qint64 v
 
 bool IsAnnotationKind(quint32 vKind)
 {
-    return (vKind & 0x7F00) == 0x0000 && (vKind & 0x8000) != 0;
+    constexpr quint32 KindLink = 0xC02F;   // the one annotation kind outside 80xx
+    return ((vKind & 0x7F00) == 0x0000 && (vKind & 0x8000) != 0) || vKind == KindLink;
+}
+
+// An annotation its user hid stays in the file but neither shows nor gives its text.
+bool IsHidden(const Record& vRecord, const Container& vFile)
+{
+    return FirstNumber(vRecord.Named(u"%hidden"), vFile, 0) != 0;
 }
 
 QString TextOf(const Record& vRecord, const Container& vFile)
@@ -133,7 +140,7 @@ void Model::Build(const std::vector<Record>& vRecords)
             // Only what sits in a placement directly on the open page shows on it; page forms
             // and notes nested in notes are left alone.
             const Record& box = vRecords[static_cast<size_t>(r.parent)];
-            if (box.kind != KindPlacement || box.parent != page || page < 0)
+            if (box.kind != KindPlacement || box.parent != page || page < 0 || IsHidden(r, file))
                 continue;
             Placement placement = PlacementOf(box, r, file);
             std::vector<Placement>& list = pages_.back().placements;

@@ -1,0 +1,370 @@
+#include "engine/write/Annotations.h"
+
+#include "document/XdwApi.h"
+#include "engine/FormatError.h"
+#include "engine/write/AnnotationProperties.h"
+#include "engine/write/Bitmap.h"
+#include "engine/write/Emit.h"
+#include "engine/write/NodeAccess.h"
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace xdw::annot {
+
+namespace {
+
+constexpr quint32 KindPage = 0x1301;
+constexpr quint32 KindContent = 0x8010;
+constexpr quint32 AttrId = 3;
+constexpr quint32 AttrSize = 5;
+constexpr quint32 AttrDrawing = 7;
+constexpr quint32 AttrPosition = 52;
+constexpr qint64 Reach = 240000;
+const QString Face = QStringLiteral("ＭＳ ゴシック");
+
+[[noreturn]] void Refuse(const QString& vReason)
+{
+    throw FormatError{XdwResult::InvalidArg, vReason};
+}
+
+void Check(bool vOk, const char* vWhat)
+{
+    if (!vOk)
+        Refuse(QString::fromLatin1(vWhat));
+}
+
+void Put(Node& vRecord, const char16_t* vProperty, const QVariant& vValue)
+{
+    SetValue(vRecord, QStringView(vProperty), vValue);
+}
+
+void PutNumber(Node& vRecord, const QString& vAttribute, qint64 vValue)
+{
+    nodes::SetNamed(vRecord, vAttribute, NamedNumbers, emit::Numbers({vValue}));
+}
+
+// What every text-bearing kind starts with: the vendor's default face and size, black on no
+// background, margins of 1.7 mm, single spacing.
+void TextDefaults(Node& vRecord)
+{
+    PutNumber(vRecord, QStringLiteral("%hidden"), 0);
+    for (const char16_t* zero : {u"WordWrap", u"TextAutoResizeHeight", u"TextDirection", u"TextSpacing",
+                                 u"TextOrientation", u"ForeColor"})
+        Put(vRecord, zero, 0);
+    Put(vRecord, u"FontPitchAndFamily", 0x11);
+    Put(vRecord, u"LineSpace", 100);
+    for (const char16_t* margin : {u"TextLeftMargin", u"TextTopMargin", u"TextRightMargin", u"TextBottomMargin"})
+        Put(vRecord, margin, DefaultMargin);
+    Put(vRecord, u"BackColor", NoColor);
+    Put(vRecord, u"FontName", Face);
+    PutNumber(vRecord, QStringLiteral("%Style"), 0);
+    Put(vRecord, u"FontSize", 120);
+    Put(vRecord, u"FontCharSet", 128);
+    Put(vRecord, u"AutoResize", 1);
+}
+
+Node& Shown(Node& vPlacement)
+{
+    if (vPlacement.children.empty())
+        Refuse(QStringLiteral("placement without an annotation"));
+    return vPlacement.children.front();
+}
+
+const Node* ShownOf(const Node& vPlacement)
+{
+    return vPlacement.kind == KindPlacement && !vPlacement.children.empty() ? &vPlacement.children.front() : nullptr;
+}
+
+bool IsAnnotation(const Node& vPlacement)
+{
+    const Node* shown = ShownOf(vPlacement);
+    return shown && shown->kind != KindContent;
+}
+
+// Where annotations held by vParent sit: a page's children, or those of a placement's record.
+std::vector<Node>* Holder(Node& vParent)
+{
+    if (vParent.kind == KindPage)
+        return &vParent.children;
+    if (vParent.kind == KindPlacement && !vParent.children.empty())
+        return &vParent.children.front().children;
+    return nullptr;
+}
+
+QSize SizeOf(const Node& vPlacement)
+{
+    const std::optional<std::vector<qint64>> size = nodes::NamedNumbers(vPlacement, u"childdim");
+    if (!size || size->size() != 2)
+        return {};
+    return QSize(static_cast<int>(std::clamp<qint64>((*size)[0], 0, Reach)),
+                 static_cast<int>(std::clamp<qint64>((*size)[1], 0, Reach)));
+}
+
+void Resize(Node& vPlacement, QSize vSize)
+{
+    const QByteArray pair = emit::Numbers({vSize.width(), vSize.height()});
+    nodes::SetNamed(vPlacement, QStringLiteral("childdim"), NamedSizePair, pair);
+    Node& record = Shown(vPlacement);
+    nodes::Set(record, AttrSize, pair);
+    if (record.kind == KindText)
+        nodes::SetNamed(record, QStringLiteral("%NoRotateTextDim"), NamedSizePair, pair);
+}
+
+Node Placement(qint64 vX, qint64 vY, Node vRecord, QSize vSize)
+{
+    Node placement;
+    placement.kind = KindPlacement;
+    nodes::Set(placement, AttrPosition, emit::Numbers({vX, vY}));
+    placement.children.push_back(std::move(vRecord));
+    Resize(placement, vSize);
+    return placement;
+}
+
+// The record a property is read from or written to: a sticky note keeps its text properties
+// on the text it holds.
+Node* Target(Node& vPlacement, QStringView vName)
+{
+    Node& record = Shown(vPlacement);
+    const PropertyName* p = FindProperty(vName);
+    if (record.kind == KindFusen && p && p->textFamily && !record.children.empty()
+        && !record.children.front().children.empty())
+        return &record.children.front().children.front();
+    return &record;
+}
+
+QSize KindSize(const AnnotationSpec& vSpec, const Node& vRecord)
+{
+    switch (vSpec.type) {
+    case AddType::Text:
+        return TextBox(vRecord, vSpec.text);
+    case AddType::Link:
+        return TextBox(vRecord, TextOr(vRecord, u"Caption", {}));
+    case AddType::Rectangle:
+        Check(vSpec.width >= 100 && vSpec.height >= 100, "rectangle smaller than 1 mm");
+        Check(vSpec.width <= Reach && vSpec.height <= Reach, "rectangle larger than 2.4 m");
+        return QSize(static_cast<int>(vSpec.width), static_cast<int>(vSpec.height));
+    case AddType::Fusen: {
+        const qint64 w = vSpec.width ? vSpec.width : 5000, h = vSpec.height ? vSpec.height : 2500;
+        Check(w >= 500 && h >= 500 && w <= 50000 && h <= 50000, "sticky note outside 5 mm to 50 cm");
+        return QSize(static_cast<int>(w), static_cast<int>(h));
+    }
+    case AddType::DateStamp:
+        return QSize(static_cast<int>(vSpec.width ? vSpec.width : 1500),
+                     static_cast<int>(vSpec.height ? vSpec.height : 1500));
+    case AddType::Line: {
+        // Room for the pen on every side, so a level line still has a height to be drawn in.
+        const qint64 pen = 100;
+        return QSize(static_cast<int>(std::abs(vSpec.horVec) + pen), static_cast<int>(std::abs(vSpec.verVec) + pen));
+    }
+    case AddType::Bitmap:
+        break;
+    }
+    return {};
+}
+
+} // namespace
+
+Node MakeAnnotation(const AnnotationSpec& vSpec, const Compressor& vCompress)
+{
+    Check(vSpec.x >= -Reach && vSpec.y >= -Reach && vSpec.x <= Reach && vSpec.y <= Reach,
+          "position outside 2.4 m of the page");
+    Node record;
+    record.kind = KindOf(static_cast<int>(vSpec.type));
+    Check(record.kind != 0, "unknown annotation type");
+    nodes::Set(record, AttrSize, {});
+    nodes::Set(record, AttrId, emit::Numbers({vSpec.id}));
+    if (vSpec.generation >= 10)
+        SetWide(record);
+    qint64 x = vSpec.x, y = vSpec.y;
+    QSize size;
+    QByteArray emf;
+    switch (vSpec.type) {
+    case AddType::Text:
+        TextDefaults(record);
+        Put(record, u"Text", vSpec.text);
+        break;
+    case AddType::Link:
+        TextDefaults(record);
+        Put(record, u"Caption", vSpec.text.isEmpty() ? vSpec.url : vSpec.text);
+        Put(record, u"Url", vSpec.url);
+        Put(record, u"LinkType", 0);
+        Put(record, u"ShowIcon", 0);
+        break;
+    case AddType::Rectangle:
+        PutNumber(record, QStringLiteral("%hidden"), 0);
+        Put(record, u"BorderStyle", 0);
+        Put(record, u"BorderWidth", 1);
+        Put(record, u"BorderColor", 0);
+        Put(record, u"FillStyle", 0);
+        Put(record, u"FillColor", 0xFFFFFF);
+        break;
+    case AddType::Line:
+        Check(std::abs(vSpec.horVec) <= Reach && std::abs(vSpec.verVec) <= Reach, "line longer than 2.4 m");
+        PutNumber(record, QStringLiteral("%hidden"), 0);
+        Put(record, u"BorderStyle", 0);
+        Put(record, u"BorderWidth", 1);
+        Put(record, u"BorderColor", 0);
+        Put(record, u"ArrowheadType", 0);
+        PutNumber(record, QStringLiteral("%HorVec"), vSpec.horVec);
+        PutNumber(record, QStringLiteral("%VerVec"), vSpec.verVec);
+        x = std::min(vSpec.x, vSpec.x + vSpec.horVec) - 50;
+        y = std::min(vSpec.y, vSpec.y + vSpec.verVec) - 50;
+        break;
+    case AddType::DateStamp: {
+        PutNumber(record, QStringLiteral("%hidden"), 0);
+        const QDate date = vSpec.date.isValid() ? vSpec.date : QDate::currentDate();
+        PutNumber(record, QStringLiteral("%StampDate"), date.year() * 10000 + date.month() * 100 + date.day());
+        Put(record, u"DateStyle", 0);
+        Put(record, u"TopField", QString());
+        Put(record, u"BottomField", QString());
+        Put(record, u"BorderColor", 0x0000FF);
+        Put(record, u"FontName", Face);
+        break;
+    }
+    case AddType::Fusen: {
+        PutNumber(record, QStringLiteral("%hidden"), 0);
+        Put(record, u"FillColor", 6619135);
+        AnnotationSpec text = vSpec;
+        text.type = AddType::Text;
+        text.x = text.y = 0;
+        text.id = vSpec.id + 1;
+        record.children.push_back(MakeAnnotation(text, vCompress));
+        break;
+    }
+    case AddType::Bitmap: {
+        PutNumber(record, QStringLiteral("%hidden"), 0);
+        const Bitmap bitmap = ReadBmp(vSpec.bitmap);
+        size = bitmap.size;
+        emf = DrawPicture(bitmap.info, bitmap.bits, bitmap.pixels, size);
+        break;
+    }
+    }
+    if (size.isEmpty())
+        size = KindSize(vSpec, record);
+    Node placement = Placement(x, y, std::move(record), size);
+    if (emf.isEmpty())
+        Redraw(placement, vCompress);
+    else
+        nodes::Set(Shown(placement), AttrDrawing, DrawingFields(emf, size, vCompress));
+    return placement;
+}
+
+void Redraw(Node& vPlacement, const Compressor& vCompress)
+{
+    Node& record = Shown(vPlacement);
+    if (record.kind == KindBitmap)
+        return;   // its picture does not change with any property
+    if ((record.kind == KindText || record.kind == KindLink) && NumberOr(record, u"AutoResize", 1)) {
+        const QString text = TextOr(record, record.kind == KindText ? u"Text" : u"Caption", {});
+        Resize(vPlacement, TextBox(record, text));
+    }
+    if (record.kind == KindFusen)
+        for (Node& child : record.children)
+            if (IsAnnotation(child))
+                Redraw(child, vCompress);
+    const QSize size = SizeOf(vPlacement);
+    const QByteArray emf = DrawRecord(record, size);
+    if (!emf.isEmpty())
+        nodes::Set(record, AttrDrawing, DrawingFields(emf, size, vCompress));
+}
+
+int AddAnnotation(Node& vParent, AnnotationSpec vSpec, const Compressor& vCompress)
+{
+    std::vector<Node>* holder = Holder(vParent);
+    Check(holder != nullptr, "annotations go on a page or an annotation");
+    // Ids are given by the page; a note's text takes the one after the note's.
+    const qint64 last = nodes::NamedNumber(vParent, u"lastmid").value_or(0);
+    vSpec.id = last + 1;
+    const qint64 used = vSpec.type == AddType::Fusen ? 2 : 1;
+    if (vParent.kind == KindPage)
+        nodes::SetNamed(vParent, QStringLiteral("lastmid"), NamedNumbers, emit::Numbers({last + used}));
+    holder->push_back(MakeAnnotation(vSpec, vCompress));
+    return static_cast<int>(ListAnnotations(vParent).size()) - 1;
+}
+
+std::vector<AnnotationInfo> ListAnnotations(const Node& vParent)
+{
+    std::vector<AnnotationInfo> list;
+    const std::vector<Node>* holder = Holder(const_cast<Node&>(vParent));
+    if (!holder)
+        return list;
+    for (const Node& placement : *holder) {
+        if (!IsAnnotation(placement))
+            continue;
+        const Node& record = *ShownOf(placement);
+        AnnotationInfo info;
+        info.index = static_cast<int>(list.size());
+        info.kind = record.kind;
+        if (const std::optional<std::vector<qint64>> at = nodes::Numbers(placement, AttrPosition); at && at->size() == 2) {
+            info.x = (*at)[0];
+            info.y = (*at)[1];
+        }
+        const QSize size = SizeOf(placement);
+        info.width = size.width();
+        info.height = size.height();
+        if (record.kind == KindLine) {
+            info.horVec = nodes::NamedNumber(record, u"%HorVec").value_or(info.width);
+            info.verVec = nodes::NamedNumber(record, u"%VerVec").value_or(info.height);
+        }
+        info.children = static_cast<int>(std::count_if(record.children.begin(), record.children.end(), IsAnnotation));
+        info.hidden = IsHidden(placement);
+        list.push_back(info);
+    }
+    return list;
+}
+
+Node* AnnotationAt(Node& vParent, int vIndex)
+{
+    std::vector<Node>* holder = Holder(vParent);
+    if (!holder || vIndex < 0)
+        return nullptr;
+    int seen = 0;
+    for (Node& placement : *holder)
+        if (IsAnnotation(placement) && seen++ == vIndex)
+            return &placement;
+    return nullptr;
+}
+
+const Node* AnnotationAt(const Node& vParent, int vIndex)
+{
+    return AnnotationAt(const_cast<Node&>(vParent), vIndex);
+}
+
+bool RemoveAnnotation(Node& vParent, int vIndex)
+{
+    Node* placement = AnnotationAt(vParent, vIndex);
+    if (!placement)
+        return false;
+    std::vector<Node>* holder = Holder(vParent);
+    holder->erase(holder->begin() + (placement - holder->data()));
+    return true;
+}
+
+std::optional<QVariant> GetProperty(const Node& vPlacement, QStringView vName)
+{
+    if (!IsAnnotation(vPlacement))
+        return std::nullopt;
+    return GetValue(*Target(const_cast<Node&>(vPlacement), vName), vName);
+}
+
+bool SetProperty(Node& vPlacement, QStringView vName, const QVariant& vValue, const Compressor& vCompress)
+{
+    if (!IsAnnotation(vPlacement) || !SetValue(*Target(vPlacement, vName), vName, vValue))
+        return false;
+    Redraw(vPlacement, vCompress);
+    return true;
+}
+
+bool IsHidden(const Node& vPlacement)
+{
+    const Node* record = ShownOf(vPlacement);
+    return record && nodes::NamedNumber(*record, u"%hidden").value_or(0) != 0;
+}
+
+void SetHidden(Node& vPlacement, bool vHidden)
+{
+    PutNumber(Shown(vPlacement), QStringLiteral("%hidden"), vHidden ? 1 : 0);
+}
+
+} // namespace xdw::annot
