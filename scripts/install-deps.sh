@@ -10,6 +10,7 @@ packages=(
   libqt6svg6 qt6-translations-l10n
   libgtest-dev libgmock-dev libbenchmark-dev
   fonts-noto-cjk fonts-ipafont
+  libtesseract-dev tesseract-ocr-jpn tesseract-ocr-jpn-vert tesseract-ocr-eng tesseract-ocr-osd
   dbus-daemon dbus-bin
   xdg-utils desktop-file-utils shared-mime-info
 )
