@@ -46,13 +46,11 @@ public:
 
     // The page's text; a page without any fails with InvalidOperation and gives "".
     QString GetPageTextToMemory(qint32 vPage) override;
-    // Writes the page as PNG, TIFF or JPEG, chosen by vType ("PNG", "TIFF", "JPEG").
-    QString GetPageTextToMemory(qint32 vPage);
     // The kind of file and compression later pages are written with, and whether the next page
     // ends a multi-page set (ImageFiles.h); an unknown name fails with InvalidArg.
-    void SetImageTiff(const QString& vCompress, qint32 vEndOfMultiPages);
-    void SetImageJpeg(const QString& vCompress);
-    void SetImagePdf(const QString& vCompress, qint32 vEndOfMultiPages, const QString& vConvertMethod);
+    void SetImageTiff(const QString& vCompress, qint32 vEndOfMultiPages) override;
+    void SetImageJpeg(const QString& vCompress) override;
+    void SetImagePdf(const QString& vCompress, qint32 vEndOfMultiPages, const QString& vConvertMethod) override;
     // Writes the page as a file of the kind vType names ("TIFF", "JPEG", "PDF", "DIB", "PNG").
     void ConvertPageToImageFile(qint32 vPage, const QString& vPath, qint32 vDpi, qint32 vColor,
                                 const QString& vType) override;
