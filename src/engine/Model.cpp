@@ -84,6 +84,19 @@ Placement PlacementOf(const Record& vBox, const Record& vShown, const Container&
         p.thumbnail = *thumbnail;
     p.text = TextOf(vShown, vFile);
     p.dpi = FirstNumber(vShown.Named(u"dpi"), vFile, 0);
+    if (const Attribute* recognised = vShown.Named(u"%OcrText(w"))
+        p.recognisedText = WideText(ValueOf(*recognised, vFile));
+    const Attribute* words = vShown.Named(u"%OcrWords(w");
+    const Attribute* boxes = vShown.Named(u"%OcrBoxes");
+    if (words && boxes) {
+        QStringList list = WideText(ValueOf(*words, vFile)).split(u'\n');
+        std::vector<qint64> numbers = NumberList(ValueOf(*boxes, vFile));
+        // Words and boxes go together or not at all: a file where they disagree has neither.
+        if (numbers.size() == static_cast<size_t>(list.size()) * 4) {
+            p.recognisedWords = std::move(list);
+            p.recognisedBoxes = std::move(numbers);
+        }
+    }
     return p;
 }
 

@@ -9,6 +9,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
 
 #include <memory>
@@ -29,6 +30,11 @@ struct Placement {
     std::optional<Attribute> drawing;
     std::optional<Attribute> thumbnail;            // page content only: a small DIB
     QString text;                                  // %Text or %Text(w; empty when none
+    // Text recognised on the content's picture (OCR), as read and word by word with each word's
+    // box (x, y, width, height in 1/100 mm from the page's top-left, four numbers a word).
+    QString recognisedText;
+    QStringList recognisedWords;
+    std::vector<qint64> recognisedBoxes;
     qint64 dpi = 0;                                // resolution the content was made at
 };
 

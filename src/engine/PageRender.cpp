@@ -182,6 +182,11 @@ std::vector<PlacedText> PageWords(const Model& vModel, int vIndex)
         } catch (const FormatError&) {
             // A drawing that cannot be read has no words to place; the rest of the page still does.
         }
+        const bool drewNone = words.size() == before;
+        for (qsizetype i = 0; drewNone && i < placement->recognisedWords.size(); ++i) {
+            const qint64* box = placement->recognisedBoxes.data() + 4 * i;
+            words.push_back({placement->recognisedWords[i], QRectF(box[0], box[1], box[2], box[3])});
+        }
         if (words.size() == before && !placement->text.isEmpty())
             words.push_back({placement->text, QRectF(placement->x, placement->y, placement->width, placement->height)});
     }
@@ -199,6 +204,8 @@ QString PageText(const Model& vModel, int vIndex)
         const int kind = KindOf(fields);
         if (kind == static_cast<int>(DrawingKind::Emf) || kind == static_cast<int>(DrawingKind::Wmf))
             drawn = emf::Text(ReadDrawing(fields).data);
+        if (drawn.isEmpty() && !placement->recognisedText.isEmpty())
+            drawn.append(placement->recognisedText);
         if (drawn.isEmpty() && !placement->text.isEmpty())
             drawn.append(placement->text);
         parts.append(drawn);

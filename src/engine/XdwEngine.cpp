@@ -5,6 +5,9 @@
 #include "engine/FormatError.h"
 #include "engine/Model.h"
 #include "engine/PageRender.h"
+#include "engine/write/Saver.h"
+
+#include <QFile>
 
 #include <cerrno>
 #include <fcntl.h>
@@ -53,16 +56,10 @@ QString XdwEngine::EngineVersion()
 XdwEngine::XdwEngine() = default;
 XdwEngine::~XdwEngine() = default;
 
-bool XdwEngine::Run(const std::function<void(const xdw::Model&)>& vStep)
+bool XdwEngine::Attempt(const std::function<void()>& vStep)
 {
-    const auto it = documents_.find(selected_);
-    if (it == documents_.end()) {
-        lastReason_ = QStringLiteral("no document selected");
-        Fail(XdwResult::InvalidArg);
-        return false;
-    }
     try {
-        vStep(*it->second);
+        vStep();
     } catch (const xdw::FormatError& e) {
         lastReason_ = e.reason;
         Fail(e.code);
@@ -77,6 +74,52 @@ bool XdwEngine::Run(const std::function<void(const xdw::Model&)>& vStep)
     return true;
 }
 
+std::unique_ptr<xdw::ByteSource> XdwEngine::OpenedFile(const QString& vPath)
+{
+    std::unique_ptr<xdw::ByteSource> source;
+    const qint32 opened = OpenFile(vPath, source);
+    if (opened != XdwResult::Success)
+        throw xdw::FormatError{opened, GetXdwErrorText(opened)};
+    return source;
+}
+
+xdw::EditableFile& XdwEngine::TreeOf(Opened& vOpened)
+{
+    if (!vOpened.edit) {
+        QFile file(vOpened.path);
+        if (!file.open(QIODevice::ReadOnly))
+            throw xdw::FormatError{XdwResult::NoPermission, QStringLiteral("cannot read ") + vOpened.path};
+        vOpened.edit = std::make_shared<xdw::EditableFile>(xdw::LoadEditable(file.readAll()));
+    }
+    return *vOpened.edit;
+}
+
+XdwEngine::Opened& XdwEngine::SelectedDocument()
+{
+    const auto it = documents_.find(selected_);
+    if (it == documents_.end())
+        throw xdw::FormatError{XdwResult::InvalidArg, QStringLiteral("no document selected")};
+    return it->second;
+}
+
+bool XdwEngine::Run(const std::function<void(const xdw::Model&)>& vStep)
+{
+    return Attempt([&] { vStep(*SelectedDocument().model); });
+}
+
+bool XdwEngine::Edit(const std::function<void(xdw::EditableFile&)>& vStep)
+{
+    return Attempt([&] {
+        Opened& opened = SelectedDocument();
+        // Worked on a copy, so that a refused edit leaves the document as it was.
+        xdw::EditableFile changed = TreeOf(opened);
+        vStep(changed);
+        auto model = std::make_shared<const xdw::Model>(xdw::SavedBytes(changed));
+        *opened.edit = std::move(changed);
+        opened.model = std::move(model);
+    });
+}
+
 void XdwEngine::OpenDocument(const QString& vPath, qint16 /*vOption*/)
 {
     std::unique_ptr<xdw::ByteSource> source;
@@ -89,7 +132,7 @@ void XdwEngine::OpenDocument(const QString& vPath, qint16 /*vOption*/)
     try {
         auto model = std::make_shared<const xdw::Model>(std::move(source));
         openedHandle_ = nextHandle_++;
-        documents_.emplace(openedHandle_, std::move(model));
+        documents_.emplace(openedHandle_, Opened{vPath, std::move(model), nullptr});
         lastReason_.clear();
         Succeed();
     } catch (const xdw::FormatError& e) {
