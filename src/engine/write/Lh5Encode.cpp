@@ -7,7 +7,6 @@
 #include <QtMath>
 
 #include <algorithm>
-#include <memory>
 #include <vector>
 
 namespace lh5 {
@@ -167,13 +166,13 @@ QByteArray Compress(QByteArrayView vData)
     QByteArray out;
     if (vData.isEmpty())
         return out;
-    auto blocks = std::make_unique<BlockWriter>(out, std::min<qsizetype>(vData.size(), BlockCodes));
+    BlockWriter blocks(out, std::min<qsizetype>(vData.size(), BlockCodes));
     const auto* bytes = reinterpret_cast<const quint8*>(vData.data());
     for (qsizetype at = 0; at < vData.size(); at += PieceBytes) {
         const auto size = static_cast<int>(std::min(PieceBytes, vData.size() - at));
-        Matcher(bytes + at, size, *blocks).Run();
+        Matcher(bytes + at, size, blocks).Run();
     }
-    blocks->Finish();
+    blocks.Finish();
     // Blank pages pack to next to nothing, and the reader takes a stream that expands beyond
     // its ratio for a crafted one; zero bytes past the last code are never read.
     const qint64 least = (vData.size() - RatioSlack + MaxRatio - 1) / MaxRatio;

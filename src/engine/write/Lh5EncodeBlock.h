@@ -82,7 +82,7 @@ public:
         if (++count_ == limit_)
             Flush();
     }
-    // vDistance counts back from the byte after the match's source: 1 repeats the last byte.
+    // vDistance: how far back the copy starts; 1 repeats the byte just written.
     void Match(int vLength, int vDistance)
     {
         const int symbol = vLength - MinMatch + 256;
