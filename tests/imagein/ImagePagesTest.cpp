@@ -75,6 +75,9 @@ TEST_F(ImagePagesTest, LosslessPicturesComeBackPixelForPixelAtTheirOwnDepth)
         EXPECT_EQ(quint8(drawing.dibInfo[14]), c.bits);
         EXPECT_TRUE(SamePixels(Render(Document(pages), 0, Dpi), c.source));
     }
+    // On a page a quarter its size at the right and bottom, the bottom-right quarter shows.
+    const xdw::Placing corner{QStringLiteral("USERDEF"), {}, 100, 1016, 635, 2, 2};
+    EXPECT_TRUE(SamePixels(Render(Document(Pages(rgb, "LOSSLESS", corner)), 0, Dpi), Colour().copy(80, 50, 80, 50)));
     // Every page of a multi-page TIFF, in order.
     ASSERT_TRUE(tiffwriter::Write(g4, {Bilevel(0), Bilevel(5), Bilevel(10)}, tiffwriter::Kind::BilevelG4, Dpi));
     const QByteArray three = Document(Pages(g4));

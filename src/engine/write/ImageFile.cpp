@@ -51,6 +51,10 @@ bool WalkJpeg(QByteArrayView vBytes, double* vHor, double* vVer)
     qsizetype at = 2;
     while (at + 4 <= vBytes.size() && quint8(vBytes[at]) == 0xFF) {
         const quint8 marker = quint8(vBytes[at + 1]);
+        if (marker == 0xFF) {   // fill byte before a marker
+            ++at;
+            continue;
+        }
         const qsizetype length = Be16(vBytes, at + 2);
         if (length < 2 || at + 2 + length > vBytes.size())
             return false;

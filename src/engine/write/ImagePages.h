@@ -37,7 +37,7 @@ namespace xdw {
 // The size and stated resolution of the image's first page; nothing is decoded.
 ImageInformation ReadImageInformation(const QString& vPath);
 
-// One 1301 page node a page of the image: size (5), a 1302 placement (52 and childdim) holding
+// One 1301 page node for each page of the image: size (5), a 1302 placement (52 and childdim) holding
 // the 8010 content with its drawing (7), box size (5), id 1 (3) and dpi. The page's own id is
 // left to whoever inserts it; its lastmid is 1, the content's id. vCompress packs bitmap rows.
 std::vector<Node> PagesFromImage(const QString& vPath, const Placing& vPlacing,

@@ -47,6 +47,8 @@ public:
         uint32_t width = 0, height = 0;
         TIFFGetField(tiff_.get(), TIFFTAG_IMAGEWIDTH, &width);
         TIFFGetField(tiff_.get(), TIFFTAG_IMAGELENGTH, &height);
+        if (width == 0 || height == 0)
+            Fail(QStringLiteral("TIFF page %1 has no size").arg(vPage + 1));
         float x = 0, y = 0;
         uint16_t unit = RESUNIT_INCH;
         TIFFGetField(tiff_.get(), TIFFTAG_XRESOLUTION, &x);
