@@ -215,7 +215,7 @@ TEST(Recognize, CallsFromSeveralThreadsAtOnceEachGetTheirOwnReading)
     EXPECT_LE(ocr::IdleCount(), 3 * QThread::idealThreadCount());
 }
 
-TEST(Recognize, RefusalsComeBackAsSentences)
+TEST(Recognize, RefusalsComeBackAsSentencesAndOddPicturesReadAsNothing)
 {
     ocr::Options bad;
     bad.column = QStringLiteral("DIAGONAL");
@@ -229,6 +229,21 @@ TEST(Recognize, RefusalsComeBackAsSentences)
     EXPECT_TRUE(huge.text.isEmpty());
     // A resolution no page has is read as the nearest believable one, not refused.
     EXPECT_EQ(ocr::Recognize(TwoLines().image, 0, InAreas({QRect(0, 0, 50, 50)})).error, QString());
+    // Pictures with nothing to read in them read as nothing.
+    QImage dot(1, 1, QImage::Format_Grayscale8);
+    dot.fill(0);
+    QImage strip(1, 5000, QImage::Format_Mono);
+    strip.fill(1);
+    QImage black(400, 300, QImage::Format_RGB32);
+    black.fill(Qt::black);
+    ocr::Options strong;
+    strong.noiseReduction = QStringLiteral("STRONG");
+    for (const QImage& odd : {dot, strip, black}) {
+        const ocr::Result r = ocr::Recognize(odd, kDpi, strong);
+        EXPECT_EQ(r.error, QString());
+        EXPECT_TRUE(r.words.empty());
+        EXPECT_EQ(ocr::DetectRotation(odd, kDpi), -1);
+    }
 }
 
 TEST(Recognize, MissingLanguageDataIsSaidPlainly)
