@@ -99,15 +99,3 @@ TEST(OcrSettings, FailureSentences)
     EXPECT_EQ(TooLargeText(), QStringLiteral("OCRするページの画像が大きすぎます。"));
     EXPECT_EQ(FailedText(), QStringLiteral("OCRに失敗しました。"));
 }
-
-TEST(OcrSettings, SpecksScaleWithTheResolution)
-{
-    EXPECT_EQ(SpeckSize(0, 300), 0);
-    EXPECT_EQ(SpeckSize(1, 300), 2);
-    EXPECT_EQ(SpeckSize(2, 300), 3);
-    EXPECT_EQ(SpeckSize(3, 300), 4);
-    EXPECT_EQ(SpeckSize(3, 600), 8);
-    EXPECT_EQ(SpeckSize(2, 200), 2);
-    // Never nothing for a level that asks for something, however coarse the picture.
-    EXPECT_EQ(SpeckSize(1, 70), 1);
-}

@@ -88,16 +88,3 @@ TEST(PagePrep, SkewIsMeasuredAndTurnedBackOnlyWhenAskedFor)
     EXPECT_EQ(asIs.angle, 0.0);
     EXPECT_EQ(asIs.turnedSize, QSize(1400, 900));
 }
-
-TEST(PagePrep, TurnedBoxesMapBackAboutTheCentres)
-{
-    ocr::Prepared p;
-    p.area = QRect(100, 200, 400, 300);
-    // A quarter turn clockwise: the picture stands 300 wide and 400 high.
-    p.angle = std::numbers::pi / 2;
-    p.turnedSize = QSize(300, 400);
-    // The turned picture's top right corner was the area's top left.
-    EXPECT_EQ(p.ToPage(QRect(290, 0, 10, 20)), QRect(100, 200, 20, 10));
-    // Its centre stays the area's centre.
-    EXPECT_EQ(p.ToPage(QRect(140, 190, 20, 20)).center(), QPoint(299, 349));
-}

@@ -79,11 +79,3 @@ TEST(TextBuilder, FullWidthLettersBecomeHalfWidthOnlyWhenAsked)
     off.Add(QStringLiteral("ＤＥ"), Box(30), 90, false);
     EXPECT_EQ(off.Take().text, QStringLiteral("ＡＢＣＤＥ"));
 }
-
-TEST(TextBuilder, WhatCountsAsJapanese)
-{
-    for (char32_t c : {U'。', U'ぁ', U'ん', U'ア', U'ヶ', U'ㇰ', U'㐀', U'一', U'龥', U'豈', U'！', U'ｶ', U'𠀋'})
-        EXPECT_TRUE(IsJapanese(c)) << int(c);
-    for (char32_t c : {U'a', U'1', U'.', U'é', U'Ω', U'가', U'￠', U'\0'})
-        EXPECT_FALSE(IsJapanese(c)) << int(c);
-}

@@ -7,6 +7,10 @@
 #include <leptonica/allheaders.h>
 #include <tesseract/baseapi.h>
 
+#ifdef _OPENMP
+#include <omp.h>
+#endif
+
 #include <map>
 #include <string>
 #include <vector>
@@ -22,11 +26,13 @@ QMutex& PoolLock()
 }
 
 // Idle instances by key; the key holds the data folder too, so that a test (or a user) who
-// points TESSDATA_PREFIX elsewhere never gets an instance loaded from the old folder.
+// points TESSDATA_PREFIX elsewhere never gets an instance loaded from the old folder. Never
+// freed: at exit Tesseract's own caches may already be gone when a pool would free its
+// instances into them.
 std::map<QString, std::vector<std::unique_ptr<tesseract::TessBaseAPI>>>& Idle()
 {
-    static std::map<QString, std::vector<std::unique_ptr<tesseract::TessBaseAPI>>> idle;
-    return idle;
+    static auto* idle = new std::map<QString, std::vector<std::unique_ptr<tesseract::TessBaseAPI>>>;
+    return *idle;
 }
 
 std::unique_ptr<tesseract::TessBaseAPI> Make(const QString& vLanguages)
@@ -78,6 +84,13 @@ Lease::~Lease()
 
 Lease Borrow(const QString& vLanguages)
 {
+#ifdef _OPENMP
+    // Tesseract reads a line with a team of threads that spin while they wait. On a machine
+    // whose cores are busy that spinning took a page from 8 s to 46 s; sized to the cores left
+    // free, the team shrinks to this thread alone when there are none. The setting belongs to
+    // the calling thread, so every borrower makes it.
+    omp_set_dynamic(1);
+#endif
     const QString key = vLanguages + u'|' + qEnvironmentVariable("TESSDATA_PREFIX");
     {
         QMutexLocker lock(&PoolLock());
