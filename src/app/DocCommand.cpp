@@ -1,5 +1,7 @@
 #include "app/DocCommand.h"
 
+#include "app/DocWrite.h"
+
 #include "document/DocuWorksClass.h"
 #include "document/DocuWorksFileClass.h"
 #include "document/XdwApi.h"
@@ -18,7 +20,9 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString Usage = u"usage: marnoquill-doc info FILE | render FILE PAGE --dpi N [--mono] -o OUT"
-                      u" | text FILE [PAGE] | pdf FILE -o OUT.pdf"_s;
+                      u" | text FILE [PAGE] | pdf FILE -o OUT.pdf"
+                      u" | create OUT.xdw IMAGE... [--compress NAME] [--fit NAME] | merge OUT.xdw IN.xdw..."
+                      u" | ocr FILE [--lang JAPANESE|ENGLISH|AUTO] | attr FILE [NAME [VALUE TYPE]]"_s;
 
 struct UsageError {
     QString text;
@@ -30,6 +34,7 @@ struct Arguments {
     QString output;
     int dpi = 150;
     bool mono = false;
+    docwrite::Options writing;
 };
 
 Arguments Parse(QStringList vRest)
@@ -39,6 +44,11 @@ Arguments Parse(QStringList vRest)
         const QString arg = vRest.takeFirst();
         if (arg == u"--mono"_s) {
             a.mono = true;
+        } else if ((arg == u"--compress"_s || arg == u"--fit"_s || arg == u"--lang"_s) && !vRest.isEmpty()) {
+            QString& option = arg == u"--compress"_s ? a.writing.compress
+                : arg == u"--fit"_s                  ? a.writing.fit
+                                                     : a.writing.language;
+            option = vRest.takeFirst().toUpper();
         } else if ((arg == u"-o"_s || arg == u"--dpi"_s) && !vRest.isEmpty()) {
             const QString value = vRest.takeFirst();
             bool ok = true;
@@ -178,6 +188,25 @@ int RunDocCommand(const QStringList& vArguments, QTextStream& vOut, QTextStream&
         const Arguments args = Parse(vArguments.mid(1));
         if (args.plain.isEmpty())
             throw UsageError{Usage};
+        if (command == u"create"_s || command == u"merge"_s) {
+            if (args.plain.size() < 2)
+                throw UsageError{Usage};
+            if (command == u"create"_s)
+                docwrite::Create(args.plain, args.writing);
+            else
+                docwrite::Merge(args.plain);
+            return 0;
+        }
+        if (command == u"ocr"_s) {
+            docwrite::Ocr(args.plain[0], args.writing, vOut);
+            vOut.flush();
+            return 0;
+        }
+        if (command == u"attr"_s) {
+            docwrite::Attributes(*engine, args.plain, vOut);
+            vOut.flush();
+            return 0;
+        }
         if (command != u"info"_s && command != u"render"_s && command != u"text"_s && command != u"pdf"_s)
             throw UsageError{u"unknown command "_s + command};
         DocuWorksClass docuWorks;
