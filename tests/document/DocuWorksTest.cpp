@@ -1,52 +1,19 @@
 #include "common/PagePicture.h"
-#include "common/ScriptedEngine.h"
-#include "common/TestFiles.h"
+#include "document/DocumentTesting.h"
 #include "document/DocuWorksClass.h"
 #include "document/DocuWorksFileClass.h"
-#include "support/AppError.h"
-
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
-
-#include <ostream>
 
 using namespace Qt::Literals::StringLiterals;
+using namespace documenttesting;
 
-// Readable failures for the texts compared below.
+// Readable failures for the texts compared in every document test.
 void PrintTo(const QString& vText, std::ostream* vOut) { *vOut << '"' << vText.toStdString() << '"'; }
 
 namespace {
 
-// "number : description" of what vCall raised, or "" when it raised nothing.
-template <class F>
-QString Raised(F vCall)
-{
-    try {
-        vCall();
-    } catch (const AppError& e) {
-        return e.Message();
-    }
-    return {};
-}
-
 const QString NotFound = u"問い合わせた情報(インストール情報、属性値など)は存在しません。"_s;
 
-class DocuWorksTest : public ::testing::Test {
-protected:
-    // An empty file (the opening checks that it exists) that the runtime knows as a document of
-    // vPages pages; below 0 it doesn't know it.
-    QString Script(const QString& vName, int vPages, ScriptedPage vPage = {})
-    {
-        const QString path = dir.filePath(vName);
-        testfiles::WriteBytes(path, {});
-        if (vPages >= 0)
-            engine->AddDocument(path, vPages, vPage);
-        return path;
-    }
-
-    QTemporaryDir dir;
-    ScopedScriptedEngine engine;
-};
+class DocuWorksTest : public DocumentTest {};
 
 } // namespace
 
