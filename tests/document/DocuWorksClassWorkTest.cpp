@@ -262,6 +262,12 @@ TEST_F(DocuWorksClassWork, ImageSizesRoundHalvesToEvenAndFailuresSayWhy)
     dw.GetImageInformation(image);
     EXPECT_EQ(dw.GetImageWidth(), 20997);   // 20997.33
     EXPECT_EQ(dw.GetImageHeight(), 29701);  // 29701.07
+    // Halves go to the even number; the steps in their order leave 7 pixels a hair below 3.5.
+    for (const auto& [pixels, expected] : {std::pair{3, 2}, {5, 2}, {7, 3}}) {
+        engine->FillImage() = {pixels, pixels, 5080.0f, 5080.0f};
+        EXPECT_EQ(dw.GetImageWidth(), expected) << pixels;
+        EXPECT_EQ(dw.GetImageHeight(), expected) << pixels;
+    }
     engine->FillImage() = {1, 1, 0.0f, 0.0f};
     EXPECT_EQ(Raised([&] { (void)dw.GetImageWidth(); }), u"6 : オーバーフローしました。"_s);
 

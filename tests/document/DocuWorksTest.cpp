@@ -1,52 +1,19 @@
 #include "common/PagePicture.h"
-#include "common/ScriptedEngine.h"
-#include "common/TestFiles.h"
+#include "document/DocumentTesting.h"
 #include "document/DocuWorksClass.h"
 #include "document/DocuWorksFileClass.h"
-#include "support/AppError.h"
-
-#include <QTemporaryDir>
-#include <gtest/gtest.h>
-
-#include <ostream>
 
 using namespace Qt::Literals::StringLiterals;
+using namespace documenttesting;
 
-// Readable failures for the texts compared below.
+// Readable failures for the texts compared in every document test.
 void PrintTo(const QString& vText, std::ostream* vOut) { *vOut << '"' << vText.toStdString() << '"'; }
 
 namespace {
 
-// "number : description" of what vCall raised, or "" when it raised nothing.
-template <class F>
-QString Raised(F vCall)
-{
-    try {
-        vCall();
-    } catch (const AppError& e) {
-        return e.Message();
-    }
-    return {};
-}
-
 const QString NotFound = u"問い合わせた情報(インストール情報、属性値など)は存在しません。"_s;
 
-class DocuWorksTest : public ::testing::Test {
-protected:
-    // An empty file (the opening checks that it exists) that the runtime knows as a document of
-    // vPages pages; below 0 it doesn't know it.
-    QString Script(const QString& vName, int vPages, ScriptedPage vPage = {})
-    {
-        const QString path = dir.filePath(vName);
-        testfiles::WriteBytes(path, {});
-        if (vPages >= 0)
-            engine->AddDocument(path, vPages, vPage);
-        return path;
-    }
-
-    QTemporaryDir dir;
-    ScopedScriptedEngine engine;
-};
+class DocuWorksTest : public DocumentTest {};
 
 } // namespace
 
@@ -240,4 +207,47 @@ TEST(DocuWorksWithoutRuntime, EveryCallFailsWithTheNotInstalledText)
     // A code without a text of its own, success included, reads as unexpected.
     for (quint32 other : {0u, 0x80070003u, 0x8004FFFFu})
         EXPECT_EQ(GetXdwErrorText(XdwResult::Code(other)), u"予期しないエラーが発生しました。"_s) << other;
+}
+
+namespace {
+
+// An engine that knows only what every engine must: the library's members are left out.
+class ViewerOnlyEngine final : public DocumentEngine {
+public:
+    void OpenDocument(const QString&, qint16) override { Succeed(); }
+    qint32 ReadDocumentHandle() override { return 1; }
+    void SelectDocumentHandle(qint32) override { Succeed(); }
+    void CloseSelectedDocument() override { Succeed(); }
+    void GetDocumentInformation() override { Succeed(); }
+    void GetPageInformation(qint32) override { Succeed(); }
+    void GetPageInformationEx(qint32) override { Succeed(); }
+    QString GetInformation(qint16) override { Succeed(); return QStringLiteral("9.0"); }
+    qint32 ConvertPageToImageHandle(qint32, qint32, qint32) override { Succeed(); return 0; }
+    void Finalize() override { Succeed(); }
+};
+
+} // namespace
+
+TEST_F(DocuWorksTest, MembersAnEngineLeavesOutRefuseByNameAndTheAbsentRuntimeAsNotInstalled)
+{
+    const QString path = Script(u"a.xdw"_s, 1);
+    const QString absent = u"DocuWorksがインストールされていません。または、正しくインストールされていません。"_s;
+    {
+        auto bare = std::make_shared<ViewerOnlyEngine>();
+        SetXdwApiObject(bare);
+        DocuWorksClass dw;
+        const auto file = dw.OpenXdw(path, 1);
+        EXPECT_EQ(Raised([&] { file->SaveDocument(); }),
+                  u"6300 : SaveDocument : この文書エンジンはSaveDocumentに対応していません。"_s);
+        EXPECT_EQ(bare->LastResult(), XdwResult::Unexpected);
+        EXPECT_EQ(Raised([&] { dw.CreateBinder(dir.filePath(u"b.xbd"_s)); }),
+                  u"6300 : CreateBinder : この文書エンジンはCreateBinderに対応していません。"_s);
+        // The direct route answers with the code, and the text comes from the table.
+        EXPECT_EQ(Raised([&] { file->RotatePageAuto(1); }), u"6300 : RotatePageAuto : その他のエラーです。"_s);
+    }
+    SetXdwApiObject(nullptr);
+    DocuWorksClass dw;
+    EXPECT_EQ(Raised([&] { dw.CreateBinder(dir.filePath(u"b.xbd"_s)); }), u"6300 : CreateBinder : "_s + absent);
+    EXPECT_EQ(Raised([&] { dw.MergeXdwDocument(dir.filePath(u"m.xdw"_s)); }),
+              u"6300 : MergeXdwDocument : 入力ファイルが登録されていません。"_s);
 }
