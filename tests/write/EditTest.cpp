@@ -12,16 +12,10 @@
 
 using namespace xdw;
 using writetest::CodeOf;
+using writetest::Labelled;
 using writetest::Reread;
 
 namespace {
-
-xdwtest::PageSpec Labelled(const QString& vText)
-{
-    xdwtest::PageSpec page;
-    page.annotations.push_back({0x8011, 1000, 2000, 3000, 500, vText, {}, 0});
-    return page;
-}
 
 EditableFile Labels(std::initializer_list<const char*> vTexts, const xdwtest::FileOptions& vOptions = {})
 {
@@ -99,20 +93,6 @@ TEST(Edit, EntriesOfInsertedPagesAreCopiedAndTheirReferencesRenumbered)
     for (size_t i = 0; i < 3; ++i)
         EXPECT_EQ(model.DrawingOf(model.Pages()[i].placements.at(0)),
                   xdwtest::DrawingFields(4, QByteArray(200, fills[i]), 21000, 29700, true));
-}
-
-TEST(Edit, SamplePagesGoIntoAnotherSampleWithTheirAnnotations)
-{
-    SAMPLE_OR_SKIP(ten, "annotated-10-pages-gen7.xdw");
-    SAMPLE_OR_SKIP(wide, "text-annotation-gen10.xdw");
-    EditableFile target = LoadEditable(ten);
-    InsertPages(target, 5, LoadEditable(wide));
-    const Model model = Reread(target);
-    ASSERT_EQ(model.Pages().size(), 11u);
-    EXPECT_EQ(model.Pages()[4].Annotations(), 2);
-    EXPECT_EQ(model.Pages()[4].placements[1].text, QStringLiteral("Lorem ipsum. 吾輩は猫である。"));
-    EXPECT_EQ(model.Pages()[5].placements[0].text, QStringLiteral("5"));
-    EXPECT_EQ(Ids(target).second, 11);
 }
 
 TEST(Edit, DeleteTakesThePageAndRefusesBadNumbersAndTheLastPage)

@@ -90,13 +90,9 @@ void TurnPlacement(Node& vBox, qint64 vPageWidth, qint64 vPageHeight, int vDegre
 
 EditableFile NewDocument(int vGeneration)
 {
-    EditableFile file;
-    file.generation = vGeneration;
-    file.rootKind = KindDocument;
-    file.root.kind = KindDocument;
-    for (quint32 kind : {KindPageList, 0x1304u, 0x1306u, 0x1305u})
-        file.root.children.push_back(Node{kind, {}, {}, {}});
-    return file;
+    // The page list, then the lists of page forms and of attached files, and one more that
+    // every document we have seen carries empty.
+    return Unsaved(vGeneration, KindDocument, {KindPageList, KindPageForms, KindAttachments, 0x1305u});
 }
 
 int PageCount(const EditableFile& vFile)

@@ -41,6 +41,17 @@ void BadArgument(const QString& vReason)
     throw FormatError{XdwResult::InvalidArg, vReason};
 }
 
+EditableFile Unsaved(int vGeneration, quint32 vKind, std::initializer_list<quint32> vChildren)
+{
+    EditableFile file;
+    file.generation = vGeneration;
+    file.rootKind = vKind;
+    file.root.kind = vKind;
+    for (quint32 kind : vChildren)
+        file.root.children.push_back(Node{kind, {}, {}, {}});
+    return file;
+}
+
 std::vector<std::pair<Node*, size_t>> BinderSlots(Node& vRoot)
 {
     std::vector<std::pair<Node*, size_t>> slots;

@@ -10,12 +10,12 @@
 #include <QFileInfo>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace xdw {
 
@@ -207,8 +207,9 @@ qint64 EditableFile::EntryCount() const
 QByteArray EditableFile::EntryBody(qint64 vNumber) const
 {
     const qint64 inBase = baseContainer ? baseContainer->EntryCount() : 0;
+    // The number comes from a reference in the file, so one beyond the table is damage.
     if (vNumber < 0 || vNumber >= EntryCount())
-        Fail(XdwResult::InvalidArg, QStringLiteral("no entry %1").arg(vNumber));
+        Refuse(QStringLiteral("reference to entry %1 of %2").arg(vNumber).arg(EntryCount()));
     if (vNumber < inBase)
         return baseContainer->EntryBody(vNumber).toByteArray();
     return added[static_cast<size_t>(vNumber - inBase)];
