@@ -189,3 +189,25 @@ TEST(Edit, PagesOfABinderCountAcrossItsDocuments)
     EXPECT_EQ(model.Documents().at(1).pages, 3);
     EXPECT_EQ(model.Pages().at(3).placements.at(0).rotation, 180);
 }
+
+TEST(Edit, HostileNumbersAreRefusedRatherThanOverflowed)
+{
+    using xdwtest::LongTlv, xdwtest::Numbers, xdwtest::Tlv;
+    // A page list that has given out every id, and a box far beyond any page.
+    const QByteArray lastmid = LongTlv(51, emit::Numbers({2001, 2, -1, 8}) + emit::Item(QByteArray("lastmid\0", 8)));
+    const QByteArray records = xdwtest::Record(0, 0xC013, {})
+        + xdwtest::Record(1, 0x1303, LongTlv(2001, Numbers({0x7FFFFFFF})) + lastmid)
+        + xdwtest::Record(2, 0x1301, Tlv(0x85, Numbers({21000, 29700})) + Tlv(0x83, Numbers({1})))
+        + xdwtest::Record(3, 0x1302, LongTlv(52, Numbers({qint64(1) << 62, 0})))
+        + xdwtest::Record(4, 0x8011, Tlv(0x85, Numbers({10, 10})));
+    EditableFile file = LoadEditable(xdwtest::File(records));
+    EXPECT_EQ(CodeOf([&] { RotatePage(file, 1, 90); }), XdwResult::BadFormat);
+    EXPECT_EQ(CodeOf([&] { InsertPages(file, 1, file); }), XdwResult::BadFormat);
+
+    // Nesting a reader would refuse is not written.
+    Node deep = file.root;
+    for (int i = 0; i < 40; ++i)
+        deep = Node{0x1302, {}, {}, {deep}};
+    file.root.children.push_back(deep);
+    EXPECT_EQ(CodeOf([&] { (void)SavedBytes(file); }), XdwResult::InvalidArg);
+}

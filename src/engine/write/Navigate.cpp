@@ -11,6 +11,9 @@ namespace xdw::edit {
 
 namespace {
 
+// Ids are 32-bit numbers to the vendor's software.
+constexpr qint64 MaxId = 0x7FFFFFFF;
+
 Node* ChildOf(Node& vNode, quint32 vKind)
 {
     for (Node& child : vNode.children)
@@ -129,6 +132,8 @@ qint64 NextId(Node& vList)
                 highest = std::max(highest, innerId.front());
         }
     }
+    if (highest >= MaxId)
+        Refuse(QStringLiteral("ids run out at %1").arg(highest));
     vList.SetNamed(LastId, NamedNumbers, emit::Numbers({highest + 1}));
     return highest + 1;
 }

@@ -22,6 +22,7 @@ namespace xdw {
 namespace {
 
 constexpr qint64 MaxFileSize = 2LL * 1024 * 1024 * 1024;
+constexpr qint64 MaxProperties = 64LL * 1024 * 1024;
 constexpr quint8 TagSegment = 0x61;
 constexpr quint8 TagPropertiesPacked = 0x63;
 constexpr quint8 TagEntry = 0x64;
@@ -72,6 +73,8 @@ QByteArray Segment(const EditableFile& vFile, qint64 vAt, qint64 vSuperseded)
 {
     using namespace emit;
     const QByteArray records = WriteRecords(vFile.root);
+    if (records.size() > MaxProperties)
+        Fail(XdwResult::WriteFault, QStringLiteral("%1 bytes of records are more than a reader takes").arg(records.size()));
     // The one call of the compressor.
     const QByteArray stored = lh5::CompressLiteral(records);
 
