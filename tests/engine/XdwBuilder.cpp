@@ -1,48 +1,20 @@
 #include "engine/XdwBuilder.h"
 
+#include "engine/Tlv.h"
+#include "engine/write/Emit.h"
+#include "engine/write/Lh5Literal.h"
 #include "support/Cp932.h"
 
 #include <QBuffer>
 
-#include <algorithm>
 
 namespace xdwtest {
 
+using xdw::emit::Be32;
+using xdw::emit::Item;
+using xdw::emit::Le32;
+
 namespace {
-
-QByteArray Length(qint64 vLength)
-{
-    QByteArray out;
-    if (vLength < 0x80) {
-        out.append(static_cast<char>(vLength));
-        return out;
-    }
-    QByteArray digits;
-    for (qint64 v = vLength; v > 0; v >>= 8)
-        digits.prepend(static_cast<char>(v & 0xFF));
-    out.append(static_cast<char>(0x80 | digits.size()));
-    return out + digits;
-}
-
-QByteArray Le32(quint32 v)
-{
-    QByteArray out;
-    for (int i = 0; i < 4; ++i)
-        out.append(static_cast<char>((v >> (8 * i)) & 0xFF));
-    return out;
-}
-
-QByteArray Be32(quint32 v)
-{
-    QByteArray out = Le32(v);
-    std::reverse(out.begin(), out.end());
-    return out;
-}
-
-QByteArray Item(const QByteArray& vBytes)
-{
-    return QByteArray(1, static_cast<char>(vBytes.size())) + vBytes;
-}
 
 // Declares named attributes of one record: (number, type, index, name length, name).
 QByteArray Declare(std::initializer_list<std::pair<quint32, const char*>> vNames)
@@ -55,47 +27,16 @@ QByteArray Declare(std::initializer_list<std::pair<quint32, const char*>> vNames
     return LongTlv(51, list);
 }
 
-class BitWriter {
-public:
-    void Put(quint32 vValue, int vBits)
-    {
-        for (int i = vBits - 1; i >= 0; --i) {
-            acc_ = static_cast<quint8>((acc_ << 1) | ((vValue >> i) & 1));
-            if (++used_ == 8) {
-                out_.append(static_cast<char>(acc_));
-                acc_ = 0;
-                used_ = 0;
-            }
-        }
-    }
-    QByteArray Finish()
-    {
-        if (used_ > 0)
-            Put(0, 8 - used_);
-        // A little padding: decoders read ahead a few bytes.
-        return out_ + QByteArray(4, '\0');
-    }
-
-private:
-    QByteArray out_;
-    quint8 acc_ = 0;
-    int used_ = 0;
-};
-
 } // namespace
 
 QByteArray Tlv(quint8 vTag, const QByteArray& vValue)
 {
-    return QByteArray(1, static_cast<char>(vTag)) + Length(vValue.size()) + vValue;
+    return xdw::emit::Tlv(vTag, vValue);
 }
 
 QByteArray LongTlv(quint32 vNumber, const QByteArray& vValue, quint8 vClassBits)
 {
-    QByteArray tag(1, static_cast<char>(vClassBits | 0x1F));
-    QByteArray digits(1, static_cast<char>(vNumber & 0x7F));
-    for (quint32 v = vNumber >> 7; v > 0; v >>= 7)
-        digits.prepend(static_cast<char>(0x80 | (v & 0x7F)));
-    return tag + digits + Length(vValue.size()) + vValue;
+    return xdw::emit::Tagged(vNumber, vValue, vClassBits);
 }
 
 QByteArray Record(int vDepth, quint32 vKind, const QByteArray& vAttributes)
@@ -105,50 +46,22 @@ QByteArray Record(int vDepth, quint32 vKind, const QByteArray& vAttributes)
 
 QByteArray Int(qint64 vValue)
 {
-    QByteArray out;
-    qint64 v = vValue;
-    do {
-        out.prepend(static_cast<char>(v & 0xFF));
-        v >>= 8;
-    } while (!((v == 0 && !(out[0] & 0x80)) || (v == -1 && (out[0] & 0x80))));
-    return out;
+    return xdw::emit::Int(vValue);
 }
 
 QByteArray Numbers(std::initializer_list<qint64> vValues)
 {
-    QByteArray out;
-    for (qint64 v : vValues)
-        out += Item(Int(v));
-    return out;
+    return xdw::emit::Numbers(vValues);
 }
 
 QByteArray Lh5Literal(const QByteArray& vData)
 {
-    // Every byte as a literal of an 8-bit code: the code-length code has the one symbol 10
-    // (length 8), the literal code 256 entries of it, the distance code the one symbol 0.
-    BitWriter bits;
-    constexpr qsizetype BlockCodes = 0xFFFF;
-    for (qsizetype start = 0; start < vData.size(); start += BlockCodes) {
-        const qsizetype n = qMin(BlockCodes, vData.size() - start);
-        bits.Put(static_cast<quint32>(n), 16);
-        bits.Put(0, 5);
-        bits.Put(10, 5);
-        bits.Put(256, 9);
-        bits.Put(0, 4);
-        bits.Put(0, 4);
-        for (qsizetype i = 0; i < n; ++i)
-            bits.Put(static_cast<quint8>(vData[start + i]), 8);
-    }
-    return bits.Finish();
+    return lh5::CompressLiteral(vData);
 }
 
 quint32 Check(const QByteArray& vBytes)
 {
-    quint32 check = 0;
-    for (qsizetype i = 0; i + 4 <= vBytes.size(); i += 4)
-        check ^= quint32(quint8(vBytes[i])) | quint32(quint8(vBytes[i + 1])) << 8
-            | quint32(quint8(vBytes[i + 2])) << 16 | quint32(quint8(vBytes[i + 3])) << 24;
-    return check;
+    return xdw::CheckValue(vBytes);
 }
 
 QByteArray DrawingFields(int vKind, const QByteArray& vData, qint64 vWidth, qint64 vHeight,

@@ -12,16 +12,10 @@
 
 using namespace xdw;
 using writetest::CodeOf;
+using writetest::Labelled;
 using writetest::Reread;
 
 namespace {
-
-xdwtest::PageSpec Labelled(const QString& vText)
-{
-    xdwtest::PageSpec page;
-    page.annotations.push_back({0x8011, 1000, 2000, 3000, 500, vText, {}, 0});
-    return page;
-}
 
 EditableFile Labels(std::initializer_list<const char*> vTexts, const xdwtest::FileOptions& vOptions = {})
 {
@@ -99,20 +93,6 @@ TEST(Edit, EntriesOfInsertedPagesAreCopiedAndTheirReferencesRenumbered)
     for (size_t i = 0; i < 3; ++i)
         EXPECT_EQ(model.DrawingOf(model.Pages()[i].placements.at(0)),
                   xdwtest::DrawingFields(4, QByteArray(200, fills[i]), 21000, 29700, true));
-}
-
-TEST(Edit, SamplePagesGoIntoAnotherSampleWithTheirAnnotations)
-{
-    SAMPLE_OR_SKIP(ten, "annotated-10-pages-gen7.xdw");
-    SAMPLE_OR_SKIP(wide, "text-annotation-gen10.xdw");
-    EditableFile target = LoadEditable(ten);
-    InsertPages(target, 5, LoadEditable(wide));
-    const Model model = Reread(target);
-    ASSERT_EQ(model.Pages().size(), 11u);
-    EXPECT_EQ(model.Pages()[4].Annotations(), 2);
-    EXPECT_EQ(model.Pages()[4].placements[1].text, QStringLiteral("Lorem ipsum. 吾輩は猫である。"));
-    EXPECT_EQ(model.Pages()[5].placements[0].text, QStringLiteral("5"));
-    EXPECT_EQ(Ids(target).second, 11);
 }
 
 TEST(Edit, DeleteTakesThePageAndRefusesBadNumbersAndTheLastPage)
@@ -208,4 +188,26 @@ TEST(Edit, PagesOfABinderCountAcrossItsDocuments)
     const Model model = Reread(binder);
     EXPECT_EQ(model.Documents().at(1).pages, 3);
     EXPECT_EQ(model.Pages().at(3).placements.at(0).rotation, 180);
+}
+
+TEST(Edit, HostileNumbersAreRefusedRatherThanOverflowed)
+{
+    using xdwtest::LongTlv, xdwtest::Numbers, xdwtest::Tlv;
+    // A page list that has given out every id, and a box far beyond any page.
+    const QByteArray lastmid = LongTlv(51, emit::Numbers({2001, 2, -1, 8}) + emit::Item(QByteArray("lastmid\0", 8)));
+    const QByteArray records = xdwtest::Record(0, 0xC013, {})
+        + xdwtest::Record(1, 0x1303, LongTlv(2001, Numbers({0x7FFFFFFF})) + lastmid)
+        + xdwtest::Record(2, 0x1301, Tlv(0x85, Numbers({21000, 29700})) + Tlv(0x83, Numbers({1})))
+        + xdwtest::Record(3, 0x1302, LongTlv(52, Numbers({qint64(1) << 62, 0})))
+        + xdwtest::Record(4, 0x8011, Tlv(0x85, Numbers({10, 10})));
+    EditableFile file = LoadEditable(xdwtest::File(records));
+    EXPECT_EQ(CodeOf([&] { RotatePage(file, 1, 90); }), XdwResult::BadFormat);
+    EXPECT_EQ(CodeOf([&] { InsertPages(file, 1, file); }), XdwResult::BadFormat);
+
+    // Nesting a reader would refuse is not written.
+    Node deep = file.root;
+    for (int i = 0; i < 40; ++i)
+        deep = Node{0x1302, {}, {}, {deep}};
+    file.root.children.push_back(deep);
+    EXPECT_EQ(CodeOf([&] { (void)SavedBytes(file); }), XdwResult::InvalidArg);
 }

@@ -4,6 +4,7 @@
 
 #include "common/TestFiles.h"
 #include "engine/FormatError.h"
+#include "engine/XdwBuilder.h"
 #include "engine/Model.h"
 #include "engine/write/Saver.h"
 
@@ -23,6 +24,14 @@ inline QStringList SampleNames()
     const QString dir = testfiles::SharedTestData(QStringLiteral("xdw"));
     return dir.isEmpty() ? QStringList()
                          : QDir(dir).entryList({QStringLiteral("*.xdw"), QStringLiteral("*.xbd")});
+}
+
+// A blank A4 page with one text annotation saying vText.
+inline xdwtest::PageSpec Labelled(const QString& vText)
+{
+    xdwtest::PageSpec page;
+    page.annotations.push_back({0x8011, 1000, 2000, 3000, 500, vText, {}, 0});
+    return page;
 }
 
 // The file as a save would write it, read again from scratch.

@@ -49,15 +49,10 @@ Node& DocumentList(EditableFile& vBinder)
 
 EditableFile NewBinder(int vGeneration)
 {
-    EditableFile file;
-    file.generation = vGeneration;
-    file.rootKind = KindBinder;
-    file.root.kind = KindBinder;
+    EditableFile file = Unsaved(vGeneration, KindBinder, {KindDocumentList, KindPageForms});
     // An A4 cover in colour 5, as the binders we have seen carry.
     file.root.SetNamed(QStringLiteral("%bindersize"), NamedSizePair, emit::Numbers({21000, 29700}));
     file.root.SetNamed(QStringLiteral("%bindercolor"), NamedNumbers, emit::Numbers({5}));
-    file.root.children.push_back(Node{KindDocumentList, {}, {}, {}});
-    file.root.children.push_back(Node{0x1304, {}, {}, {}});
     return file;
 }
 

@@ -11,6 +11,10 @@ using namespace edit;
 
 namespace {
 
+// Far beyond any page (10 m is the largest a reader takes), and far from overflowing the sums a
+// turn makes of them.
+constexpr qint64 MaxCoordinate = 1LL << 40;
+
 // Copies of every page of vSource, taken before anything of the target changes, since the
 // source may be the target.
 std::vector<Node> PagesOf(const EditableFile& vSource)
@@ -67,6 +71,9 @@ void TurnPlacement(Node& vBox, qint64 vPageWidth, qint64 vPageHeight, int vDegre
     std::vector<qint64> at = NumbersOf(vBox.Find(AttrPosition));
     if (at.size() != 2)
         at = {0, 0};
+    for (qint64 v : {at[0], at[1], size[0], size[1]})
+        if (v < -MaxCoordinate || v > MaxCoordinate)
+            Refuse(QStringLiteral("placement at %1 out of any page").arg(v));
     const auto [x, y] = Turned(at[0], at[1], size[0], size[1], vPageWidth, vPageHeight, vDegree);
     vBox.Set(AttrPosition, emit::Numbers({x, y}));
     if (const Declaration* childSize = vBox.Declared(u"childdim"); quarter && childSize)
@@ -90,13 +97,9 @@ void TurnPlacement(Node& vBox, qint64 vPageWidth, qint64 vPageHeight, int vDegre
 
 EditableFile NewDocument(int vGeneration)
 {
-    EditableFile file;
-    file.generation = vGeneration;
-    file.rootKind = KindDocument;
-    file.root.kind = KindDocument;
-    for (quint32 kind : {KindPageList, 0x1304u, 0x1306u, 0x1305u})
-        file.root.children.push_back(Node{kind, {}, {}, {}});
-    return file;
+    // The page list, then the lists of page forms and of attached files, and one more that
+    // every document we have seen carries empty.
+    return Unsaved(vGeneration, KindDocument, {KindPageList, KindPageForms, KindAttachments, 0x1305u});
 }
 
 int PageCount(const EditableFile& vFile)
@@ -150,13 +153,16 @@ void RotatePage(EditableFile& vFile, int vPage, int vDegree)
     if (vDegree != 90 && vDegree != 180 && vDegree != 270)
         BadArgument(QStringLiteral("rotation by %1 degrees").arg(vDegree));
     const std::vector<qint64> size = NumbersOf(page.Find(AttrSize));
-    if (size.size() != 2)
-        Refuse(QStringLiteral("page %1 has no size").arg(vPage));
-    for (Node& box : page.children)
+    if (size.size() != 2 || size[0] < 1 || size[1] < 1 || size[0] > MaxCoordinate || size[1] > MaxCoordinate)
+        Refuse(QStringLiteral("page %1 has no usable size").arg(vPage));
+    // Turned as a copy, so that a box refused half way leaves the page as it was.
+    Node turned = page;
+    for (Node& box : turned.children)
         if (box.kind == KindPlacement)
             TurnPlacement(box, size[0], size[1], vDegree);
     if (vDegree != 180)
-        page.Set(AttrSize, emit::Numbers({size[1], size[0]}));
+        turned.Set(AttrSize, emit::Numbers({size[1], size[0]}));
+    page = std::move(turned);
 }
 
 EditableFile MergeFiles(const std::vector<const EditableFile*>& vFiles)

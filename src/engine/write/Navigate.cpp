@@ -11,6 +11,9 @@ namespace xdw::edit {
 
 namespace {
 
+// Ids are 32-bit numbers to the vendor's software.
+constexpr qint64 MaxId = 0x7FFFFFFF;
+
 Node* ChildOf(Node& vNode, quint32 vKind)
 {
     for (Node& child : vNode.children)
@@ -39,6 +42,17 @@ QByteArray Renumbered(const QByteArray& vReference, qint64 vEntry)
 void BadArgument(const QString& vReason)
 {
     throw FormatError{XdwResult::InvalidArg, vReason};
+}
+
+EditableFile Unsaved(int vGeneration, quint32 vKind, std::initializer_list<quint32> vChildren)
+{
+    EditableFile file;
+    file.generation = vGeneration;
+    file.rootKind = vKind;
+    file.root.kind = vKind;
+    for (quint32 kind : vChildren)
+        file.root.children.push_back(Node{kind, {}, {}, {}});
+    return file;
 }
 
 std::vector<std::pair<Node*, size_t>> BinderSlots(Node& vRoot)
@@ -118,6 +132,8 @@ qint64 NextId(Node& vList)
                 highest = std::max(highest, innerId.front());
         }
     }
+    if (highest >= MaxId)
+        Refuse(QStringLiteral("ids run out at %1").arg(highest));
     vList.SetNamed(LastId, NamedNumbers, emit::Numbers({highest + 1}));
     return highest + 1;
 }

@@ -7,6 +7,7 @@
 
 #include <QString>
 
+#include <initializer_list>
 #include <map>
 #include <optional>
 #include <vector>
@@ -16,6 +17,8 @@ namespace xdw::edit {
 inline constexpr quint32 KindPageList = 0x1303;
 inline constexpr quint32 KindPage = 0x1301;
 inline constexpr quint32 KindPlacement = 0x1302;
+inline constexpr quint32 KindPageForms = 0x1304;
+inline constexpr quint32 KindAttachments = 0x1306;
 inline constexpr quint32 KindDocumentList = 0x1401;
 inline constexpr quint32 KindBinderSlot = 0x1402;
 inline constexpr quint32 AttrId = 3;
@@ -36,6 +39,9 @@ struct PageSlot {
 
 // A bad position or page number: the runtime's "argument out of range".
 [[noreturn]] void BadArgument(const QString& vReason);
+
+// A file not saved yet: a root of vKind with empty children of vChildren.
+EditableFile Unsaved(int vGeneration, quint32 vKind, std::initializer_list<quint32> vChildren);
 
 // The document records: the root of a document, or each C013 of a binder in order.
 std::vector<Node*> Documents(Node& vRoot);

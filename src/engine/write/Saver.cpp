@@ -10,18 +10,19 @@
 #include <QFileInfo>
 
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace xdw {
 
 namespace {
 
 constexpr qint64 MaxFileSize = 2LL * 1024 * 1024 * 1024;
+constexpr qint64 MaxProperties = 64LL * 1024 * 1024;
 constexpr quint8 TagSegment = 0x61;
 constexpr quint8 TagPropertiesPacked = 0x63;
 constexpr quint8 TagEntry = 0x64;
@@ -72,6 +73,8 @@ QByteArray Segment(const EditableFile& vFile, qint64 vAt, qint64 vSuperseded)
 {
     using namespace emit;
     const QByteArray records = WriteRecords(vFile.root);
+    if (records.size() > MaxProperties)
+        Fail(XdwResult::WriteFault, QStringLiteral("%1 bytes of records are more than a reader takes").arg(records.size()));
     // The one call of the compressor.
     const QByteArray stored = lh5::CompressLiteral(records);
 
@@ -207,8 +210,9 @@ qint64 EditableFile::EntryCount() const
 QByteArray EditableFile::EntryBody(qint64 vNumber) const
 {
     const qint64 inBase = baseContainer ? baseContainer->EntryCount() : 0;
+    // The number comes from a reference in the file, so one beyond the table is damage.
     if (vNumber < 0 || vNumber >= EntryCount())
-        Fail(XdwResult::InvalidArg, QStringLiteral("no entry %1").arg(vNumber));
+        Refuse(QStringLiteral("reference to entry %1 of %2").arg(vNumber).arg(EntryCount()));
     if (vNumber < inBase)
         return baseContainer->EntryBody(vNumber).toByteArray();
     return added[static_cast<size_t>(vNumber - inBase)];

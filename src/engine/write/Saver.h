@@ -30,7 +30,7 @@ struct EditableFile {
     std::vector<QByteArray> added;
 
     qint64 EntryCount() const;
-    // The body of entry vNumber; InvalidArg for a number the file does not have.
+    // The body of entry vNumber; a number the file does not have refuses it as damaged.
     QByteArray EntryBody(qint64 vNumber) const;
     // Adds an entry and gives its number.
     qint64 AddEntry(const QByteArray& vBody);

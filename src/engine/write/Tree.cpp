@@ -1,5 +1,6 @@
 #include "engine/write/Tree.h"
 
+#include "document/XdwApi.h"
 #include "engine/Container.h"
 #include "engine/FormatError.h"
 #include "engine/Records.h"
@@ -16,6 +17,7 @@ namespace {
 constexpr quint32 AttrDeclarations = 51;
 constexpr quint32 FirstNamed = 2001;
 constexpr size_t DeclarationItems = 5;
+constexpr size_t MaxDepth = 32;
 
 std::vector<Declaration> DeclarationsOf(QByteArrayView vList)
 {
@@ -186,6 +188,9 @@ QByteArray WriteRecords(const Node& vRoot)
             continue;
         }
         const Node& child = node->children[next++];
+        // A reader takes no deeper nesting, and a binder puts a document three levels down.
+        if (open.size() > MaxDepth)
+            throw FormatError{XdwResult::InvalidArg, QStringLiteral("records nested deeper than %1").arg(MaxDepth)};
         out += RecordOf(child, static_cast<int>(open.size()));
         open.emplace_back(&child, 0);
     }
