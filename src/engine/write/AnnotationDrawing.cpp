@@ -4,6 +4,7 @@
 #include "engine/write/EmfWriter.h"
 #include "engine/write/Emit.h"
 #include "engine/write/NodeAccess.h"
+#include "engine/write/TextLayout.h"
 
 #include <QDate>
 
@@ -17,38 +18,7 @@ namespace {
 constexpr double UnitsPerInch = 300.0;
 constexpr double HundredthsPerInch = 2540.0;
 constexpr double PointsPerInch = 72.0;
-constexpr qint64 DefaultSize = 120;   // 1/10 pt
 constexpr quint32 Blue = 0xFF0000, Red = 0x0000FF, Grey = 0x808080;
-const QString DefaultFace = QStringLiteral("ＭＳ ゴシック");
-
-// The vendor's Japanese faces give half-width characters half the height as advance and the
-// rest the full height; the box of a text is laid out by that rule, whatever font shows it.
-double Ems(QChar vChar)
-{
-    const char16_t u = vChar.unicode();
-    return (u < 0x80 || (u >= 0xFF61 && u <= 0xFF9F)) ? 0.5 : 1.0;
-}
-
-double LineEms(const QString& vLine)
-{
-    double ems = 0;
-    for (QChar c : vLine)
-        ems += Ems(c);
-    return ems;
-}
-
-QStringList Lines(const QString& vText)
-{
-    QString text = vText;
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    return text.split(u'\n');
-}
-
-// The font height of a record in 1/100 mm.
-double EmHundredths(const Node& vRecord)
-{
-    return NumberOr(vRecord, u"FontSize", DefaultSize) / 10.0 * HundredthsPerInch / PointsPerInch;
-}
 
 QSize Window(QSize vSize)
 {
@@ -62,50 +32,6 @@ EmfWriter Begin(QSize vSize)
     EmfWriter w(frame, Window(frame));
     w.SetWindowExt(Window(vSize));
     return w;
-}
-
-FontSpec FontOf(const Node& vRecord, int vEm, bool vUnderline)
-{
-    FontSpec f;
-    f.height = -vEm;
-    f.weight = NumberOr(vRecord, u"FontBold", 0) ? 700 : 400;
-    f.italic = NumberOr(vRecord, u"FontItalic", 0) != 0;
-    f.underline = vUnderline || NumberOr(vRecord, u"FontUnderLine", 0) != 0;
-    f.strikeOut = NumberOr(vRecord, u"FontStrikeOut", 0) != 0;
-    f.charSet = static_cast<quint8>(NumberOr(vRecord, u"FontCharSet", 128));
-    f.pitchAndFamily = static_cast<quint8>(NumberOr(vRecord, u"FontPitchAndFamily", 0x11));
-    f.face = TextOr(vRecord, u"FontName", DefaultFace);
-    return f;
-}
-
-// Lines of text from vAt down, in the record's font and colour, on a transparent background.
-void WriteText(EmfWriter& vOut, const Node& vRecord, const QString& vText, QPoint vAt, quint32 vColor,
-               bool vUnderline = false)
-{
-    const int em = std::max(1, Logical(EmHundredths(vRecord)));
-    const quint32 font = vOut.CreateFont(FontOf(vRecord, em, vUnderline));
-    vOut.Select(font);
-    vOut.SetTextColor(vColor);
-    vOut.SetTextAlign(0);
-    vOut.SetBkMode(true);
-    const double step = em * NumberOr(vRecord, u"LineSpace", 100) / 100.0;
-    const QStringList lines = Lines(vText);
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        std::vector<qint32> advances;
-        for (QChar c : lines[i])
-            advances.push_back(static_cast<qint32>(std::lround(em * Ems(c))));
-        if (!lines[i].isEmpty())
-            vOut.TextOut(vAt + QPoint(0, static_cast<int>(std::lround(step * i))), lines[i], advances);
-    }
-    vOut.Select(StockSystemFont);
-    vOut.Delete(font);
-    vOut.SetBkMode(false);
-}
-
-QPoint Margins(const Node& vRecord)
-{
-    return QPoint(Logical(NumberOr(vRecord, u"TextLeftMargin", DefaultMargin)),
-                  Logical(NumberOr(vRecord, u"TextTopMargin", DefaultMargin)));
 }
 
 void FillBox(EmfWriter& vOut, QSize vWindow, quint32 vColor)
@@ -175,7 +101,7 @@ std::vector<QPoint> ArrowHead(QPoint vFrom, QPoint vTip, int vLength)
         return {};
     const double ux = dx / length, uy = dy / length;
     const QPointF base(vTip.x() - ux * vLength, vTip.y() - uy * vLength);
-    const QPointF side(-uy * vLength / 2, ux * vLength / 2);
+    const QPointF side(-uy * vLength / 2.0, ux * vLength / 2.0);
     return {vTip, (base + side).toPoint(), (base - side).toPoint()};
 }
 
@@ -199,7 +125,8 @@ QByteArray DrawLine(const Node& vRecord, QSize vSize)
     if (heads != 0) {
         const quint32 brush = w.CreateBrush(color);
         w.Select(brush);
-        const int length = std::max(pad, padY) * 2 + Logical(150);
+        // As wide as the room the box leaves around the line, so the head stays inside it.
+        const int length = 2 * std::max(1, std::min(pad, padY));
         for (const auto& [from, tip] : {std::pair{start, end}, std::pair{end, start}}) {
             if ((tip == end && (heads & 1)) || (tip == start && (heads & 2)))
                 w.Polygon(ArrowHead(from, tip, length));
@@ -295,26 +222,6 @@ QByteArray DrawFusen(const Node& vRecord, QSize vSize)
 }
 
 } // namespace
-
-int Logical(double vHundredths)
-{
-    return static_cast<int>(std::lround(vHundredths * UnitsPerInch / HundredthsPerInch));
-}
-
-QSize TextBox(const Node& vRecord, const QString& vText)
-{
-    const QStringList lines = Lines(vText);
-    double ems = 0;
-    for (const QString& line : lines)
-        ems = std::max(ems, LineEms(line));
-    const double em = EmHundredths(vRecord);
-    const double step = em * NumberOr(vRecord, u"LineSpace", 100) / 100.0;
-    const double width = NumberOr(vRecord, u"TextLeftMargin", DefaultMargin)
-        + NumberOr(vRecord, u"TextRightMargin", DefaultMargin) + std::max(ems, 0.5) * em;
-    const double height = NumberOr(vRecord, u"TextTopMargin", DefaultMargin)
-        + NumberOr(vRecord, u"TextBottomMargin", DefaultMargin) + step * (lines.size() - 1) + em;
-    return QSize(static_cast<int>(std::ceil(width)), static_cast<int>(std::ceil(height)));
-}
 
 QString StampDate(const Node& vRecord)
 {

@@ -6,6 +6,8 @@
 #include "engine/write/Bitmap.h"
 #include "engine/write/Emit.h"
 #include "engine/write/NodeAccess.h"
+#include "engine/write/Placements.h"
+#include "engine/write/TextLayout.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -14,13 +16,6 @@ namespace xdw::annot {
 
 namespace {
 
-constexpr quint32 KindPage = 0x1301;
-constexpr quint32 KindContent = 0x8010;
-constexpr quint32 AttrId = 3;
-constexpr quint32 AttrSize = 5;
-constexpr quint32 AttrDrawing = 7;
-constexpr quint32 AttrPosition = 52;
-constexpr qint64 Reach = 240000;
 const QString Face = QStringLiteral("ＭＳ ゴシック");
 
 [[noreturn]] void Refuse(const QString& vReason)
@@ -62,75 +57,6 @@ void TextDefaults(Node& vRecord)
     Put(vRecord, u"FontSize", 120);
     Put(vRecord, u"FontCharSet", 128);
     Put(vRecord, u"AutoResize", 1);
-}
-
-Node& Shown(Node& vPlacement)
-{
-    if (vPlacement.children.empty())
-        Refuse(QStringLiteral("placement without an annotation"));
-    return vPlacement.children.front();
-}
-
-const Node* ShownOf(const Node& vPlacement)
-{
-    return vPlacement.kind == KindPlacement && !vPlacement.children.empty() ? &vPlacement.children.front() : nullptr;
-}
-
-bool IsAnnotation(const Node& vPlacement)
-{
-    const Node* shown = ShownOf(vPlacement);
-    return shown && shown->kind != KindContent;
-}
-
-// Where annotations held by vParent sit: a page's children, or those of a placement's record.
-std::vector<Node>* Holder(Node& vParent)
-{
-    if (vParent.kind == KindPage)
-        return &vParent.children;
-    if (vParent.kind == KindPlacement && !vParent.children.empty())
-        return &vParent.children.front().children;
-    return nullptr;
-}
-
-QSize SizeOf(const Node& vPlacement)
-{
-    const std::optional<std::vector<qint64>> size = nodes::NamedNumbers(vPlacement, u"childdim");
-    if (!size || size->size() != 2)
-        return {};
-    return QSize(static_cast<int>(std::clamp<qint64>((*size)[0], 0, Reach)),
-                 static_cast<int>(std::clamp<qint64>((*size)[1], 0, Reach)));
-}
-
-void Resize(Node& vPlacement, QSize vSize)
-{
-    const QByteArray pair = emit::Numbers({vSize.width(), vSize.height()});
-    nodes::SetNamed(vPlacement, QStringLiteral("childdim"), NamedSizePair, pair);
-    Node& record = Shown(vPlacement);
-    nodes::Set(record, AttrSize, pair);
-    if (record.kind == KindText)
-        nodes::SetNamed(record, QStringLiteral("%NoRotateTextDim"), NamedSizePair, pair);
-}
-
-Node Placement(qint64 vX, qint64 vY, Node vRecord, QSize vSize)
-{
-    Node placement;
-    placement.kind = KindPlacement;
-    nodes::Set(placement, AttrPosition, emit::Numbers({vX, vY}));
-    placement.children.push_back(std::move(vRecord));
-    Resize(placement, vSize);
-    return placement;
-}
-
-// The record a property is read from or written to: a sticky note keeps its text properties
-// on the text it holds.
-Node* Target(Node& vPlacement, QStringView vName)
-{
-    Node& record = Shown(vPlacement);
-    const PropertyName* p = FindProperty(vName);
-    if (record.kind == KindFusen && p && p->textFamily && !record.children.empty()
-        && !record.children.front().children.empty())
-        return &record.children.front().children.front();
-    return &record;
 }
 
 QSize KindSize(const AnnotationSpec& vSpec, const Node& vRecord)
@@ -242,7 +168,7 @@ Node MakeAnnotation(const AnnotationSpec& vSpec, const Compressor& vCompress)
     }
     if (size.isEmpty())
         size = KindSize(vSpec, record);
-    Node placement = Placement(x, y, std::move(record), size);
+    Node placement = MakePlacement(x, y, std::move(record), size);
     if (emf.isEmpty())
         Redraw(placement, vCompress);
     else
@@ -281,90 +207,6 @@ int AddAnnotation(Node& vParent, AnnotationSpec vSpec, const Compressor& vCompre
         nodes::SetNamed(vParent, QStringLiteral("lastmid"), NamedNumbers, emit::Numbers({last + used}));
     holder->push_back(MakeAnnotation(vSpec, vCompress));
     return static_cast<int>(ListAnnotations(vParent).size()) - 1;
-}
-
-std::vector<AnnotationInfo> ListAnnotations(const Node& vParent)
-{
-    std::vector<AnnotationInfo> list;
-    const std::vector<Node>* holder = Holder(const_cast<Node&>(vParent));
-    if (!holder)
-        return list;
-    for (const Node& placement : *holder) {
-        if (!IsAnnotation(placement))
-            continue;
-        const Node& record = *ShownOf(placement);
-        AnnotationInfo info;
-        info.index = static_cast<int>(list.size());
-        info.kind = record.kind;
-        if (const std::optional<std::vector<qint64>> at = nodes::Numbers(placement, AttrPosition); at && at->size() == 2) {
-            info.x = (*at)[0];
-            info.y = (*at)[1];
-        }
-        const QSize size = SizeOf(placement);
-        info.width = size.width();
-        info.height = size.height();
-        if (record.kind == KindLine) {
-            info.horVec = nodes::NamedNumber(record, u"%HorVec").value_or(info.width);
-            info.verVec = nodes::NamedNumber(record, u"%VerVec").value_or(info.height);
-        }
-        info.children = static_cast<int>(std::count_if(record.children.begin(), record.children.end(), IsAnnotation));
-        info.hidden = IsHidden(placement);
-        list.push_back(info);
-    }
-    return list;
-}
-
-Node* AnnotationAt(Node& vParent, int vIndex)
-{
-    std::vector<Node>* holder = Holder(vParent);
-    if (!holder || vIndex < 0)
-        return nullptr;
-    int seen = 0;
-    for (Node& placement : *holder)
-        if (IsAnnotation(placement) && seen++ == vIndex)
-            return &placement;
-    return nullptr;
-}
-
-const Node* AnnotationAt(const Node& vParent, int vIndex)
-{
-    return AnnotationAt(const_cast<Node&>(vParent), vIndex);
-}
-
-bool RemoveAnnotation(Node& vParent, int vIndex)
-{
-    Node* placement = AnnotationAt(vParent, vIndex);
-    if (!placement)
-        return false;
-    std::vector<Node>* holder = Holder(vParent);
-    holder->erase(holder->begin() + (placement - holder->data()));
-    return true;
-}
-
-std::optional<QVariant> GetProperty(const Node& vPlacement, QStringView vName)
-{
-    if (!IsAnnotation(vPlacement))
-        return std::nullopt;
-    return GetValue(*Target(const_cast<Node&>(vPlacement), vName), vName);
-}
-
-bool SetProperty(Node& vPlacement, QStringView vName, const QVariant& vValue, const Compressor& vCompress)
-{
-    if (!IsAnnotation(vPlacement) || !SetValue(*Target(vPlacement, vName), vName, vValue))
-        return false;
-    Redraw(vPlacement, vCompress);
-    return true;
-}
-
-bool IsHidden(const Node& vPlacement)
-{
-    const Node* record = ShownOf(vPlacement);
-    return record && nodes::NamedNumber(*record, u"%hidden").value_or(0) != 0;
-}
-
-void SetHidden(Node& vPlacement, bool vHidden)
-{
-    PutNumber(Shown(vPlacement), QStringLiteral("%hidden"), vHidden ? 1 : 0);
 }
 
 } // namespace xdw::annot
