@@ -201,6 +201,7 @@ qint32 XdwEngine::ConvertPageToImageHandle(qint32 vPage, qint32 vDpi, qint32 vCo
 
 void XdwEngine::Finalize()
 {
+    images_.EndSet();
     documents_.clear();
     selected_ = 0;
     Succeed();

@@ -9,6 +9,7 @@
 // written to image files.
 
 #include "document/DocumentEngine.h"
+#include "engine/ImageFiles.h"
 
 #include <QString>
 
@@ -45,11 +46,17 @@ public:
 
     // The page's text; a page without any fails with InvalidOperation and gives "".
     QString GetPageTextToMemory(qint32 vPage);
-    // Writes the page as PNG, TIFF or JPEG, chosen by vType ("PNG", "TIFF", "JPEG").
+    // The kind of file and compression later pages are written with, and whether the next page
+    // ends a multi-page set (ImageFiles.h); an unknown name fails with InvalidArg.
+    void SetImageTiff(const QString& vCompress, qint32 vEndOfMultiPages);
+    void SetImageJpeg(const QString& vCompress);
+    void SetImagePdf(const QString& vCompress, qint32 vEndOfMultiPages, const QString& vConvertMethod);
+    // Writes the page as a file of the kind vType names ("TIFF", "JPEG", "PDF", "DIB", "PNG").
     void ConvertPageToImageFile(qint32 vPage, const QString& vPath, qint32 vDpi, qint32 vColor,
                                 const QString& vType);
     // A part of the page, from vXStart to vXEnd and vYStart to vYEnd percent of its width and
-    // height, written as ConvertPageToImageFile writes the whole.
+    // height, written as ConvertPageToImageFile writes the whole; the kind by the path's ending,
+    // else the one chosen last.
     void ConvertPageToImageFileEx(qint32 vPage, const QString& vPath, qint32 vDpi, qint32 vColor,
                                   qint32 vXStart, qint32 vXEnd, qint32 vYStart, qint32 vYEnd);
     // The page's thumbnail as a picture file, its kind by the path's ending.
@@ -73,6 +80,7 @@ private:
     void ConvertPart(qint32 vPage, const QString& vPath, qint32 vDpi, qint32 vColor,
                      const QString& vType, std::array<qint32, 4> vPercent);
     void WritePicture(QImage vPicture, const QString& vPath, qint32 vDpi, qint32 vColor, const QString& vType);
+    void Chosen(bool vKnown, const QString& vWhat);
 
     std::map<qint32, std::shared_ptr<const xdw::Model>> documents_;
     qint32 nextHandle_ = 1;
@@ -80,4 +88,5 @@ private:
     qint32 selected_ = 0;
     qint16 pageColor_ = 0, pageImageDepth_ = 0;
     QString lastReason_;
+    xdw::ImageWriter images_;
 };

@@ -1,15 +1,13 @@
-// The engine's pages as files and on other painters: whole pages and parts of them as PNG, TIFF
-// or JPEG, thumbnails, and pages drawn onto a PDF writer's painter.
+// The engine's pages as files and on other painters: whole pages and parts of them as TIFF, JPEG,
+// PDF, bitmap or PNG files, thumbnails, and pages drawn onto a PDF writer's painter.
 #include "engine/XdwEngine.h"
 
 #include "document/XdwApi.h"
 #include "engine/FormatError.h"
 #include "engine/Model.h"
 #include "engine/PageRender.h"
-#include "engine/TiffOut.h"
 
 #include <QFileInfo>
-#include <QImageWriter>
 
 void XdwEngine::ConvertPageToImageFile(qint32 vPage, const QString& vPath, qint32 vDpi,
                                        qint32 vColor, const QString& vType)
@@ -20,7 +18,7 @@ void XdwEngine::ConvertPageToImageFile(qint32 vPage, const QString& vPath, qint3
 void XdwEngine::ConvertPageToImageFileEx(qint32 vPage, const QString& vPath, qint32 vDpi, qint32 vColor,
                                          qint32 vXStart, qint32 vXEnd, qint32 vYStart, qint32 vYEnd)
 {
-    ConvertPart(vPage, vPath, vDpi, vColor, QFileInfo(vPath).suffix(), {vXStart, vXEnd, vYStart, vYEnd});
+    ConvertPart(vPage, vPath, vDpi, vColor, images_.TypeForPath(vPath), {vXStart, vXEnd, vYStart, vYEnd});
 }
 
 void XdwEngine::ConvertPart(qint32 vPage, const QString& vPath, qint32 vDpi, qint32 vColor,
@@ -36,42 +34,54 @@ void XdwEngine::ConvertPart(qint32 vPage, const QString& vPath, qint32 vDpi, qin
         const int left = whole.width() * xStart / 100, top = whole.height() * yStart / 100;
         const QRect part(left, top, qMax(1, whole.width() * xEnd / 100 - left),
                          qMax(1, whole.height() * yEnd / 100 - top));
-        WritePicture(part == whole.rect() ? whole : whole.copy(part), vPath, vDpi, vColor, vType);
+        // The paper the part stands for, so that a PDF page of it has the page's own scale.
+        const xdw::Page& page = vModel.Pages()[static_cast<size_t>(vPage - 1)];
+        const QSizeF paper(page.width / 100.0 * part.width() / whole.width(),
+                           page.height / 100.0 * part.height() / whole.height());
+        images_.Write({part == whole.rect() ? whole : whole.copy(part), vDpi, paper}, vPath, vType);
     });
 }
 
 void XdwEngine::ConvertPageToThumbnailImageFile(qint32 vPage, const QString& vPath)
 {
     Run([&](const xdw::Model& vModel) {
-        WritePicture(xdw::PageThumbnail(vModel, vPage - 1), vPath, 12, 1, QFileInfo(vPath).suffix());
+        WritePicture(xdw::PageThumbnail(vModel, vPage - 1), vPath, 12, 1, images_.TypeForPath(vPath));
     });
 }
 
-// The picture as a file of the kind vType names (the path's ending will do: png, tif, jpg).
-void XdwEngine::WritePicture(QImage vPicture, const QString& vPath, qint32 vDpi, qint32 vColor,
+// The picture as a file of the kind vType names (the path's ending will do: png, tif, jpg, ...).
+void XdwEngine::WritePicture(QImage vPicture, const QString& vPath, qint32 vDpi, qint32 /*vColor*/,
                              const QString& vType)
 {
-    QByteArray format = vType.toUpper().toLatin1();
-    if (format == "TIF")
-        format = "TIFF";
-    if (format == "JPG")
-        format = "JPEG";
-    if (format != "PNG" && format != "TIFF" && format != "JPEG")
-        throw xdw::FormatError{XdwResult::InvalidArg, QStringLiteral("image type ") + vType};
-    if (format == "JPEG")  // no black-and-white JPEG: grey keeps it small all the same
-        vPicture = vPicture.convertToFormat(vColor == 1 ? QImage::Format_RGB32 : QImage::Format_Grayscale8);
-    if (format == "TIFF") {
-        QString error;
-        if (!xdw::WriteTiff(vPicture, vPath, vDpi, &error))
-            throw xdw::FormatError{XdwResult::WriteFault, error};
+    images_.Write({std::move(vPicture), vDpi, {}}, vPath, vType);
+}
+
+void XdwEngine::SetImageTiff(const QString& vCompress, qint32 vEndOfMultiPages)
+{
+    Chosen(images_.SetTiff(vCompress, vEndOfMultiPages), QStringLiteral("TIFF compression ") + vCompress);
+}
+
+void XdwEngine::SetImageJpeg(const QString& vCompress)
+{
+    Chosen(images_.SetJpeg(vCompress), QStringLiteral("JPEG compression ") + vCompress);
+}
+
+void XdwEngine::SetImagePdf(const QString& vCompress, qint32 vEndOfMultiPages, const QString& vConvertMethod)
+{
+    Chosen(images_.SetPdf(vCompress, vEndOfMultiPages, vConvertMethod),
+           QStringLiteral("PDF compression %1 by %2").arg(vCompress, vConvertMethod));
+}
+
+// The settings stand either way; a page written with unknown ones is refused as well.
+void XdwEngine::Chosen(bool vKnown, const QString& vWhat)
+{
+    if (vKnown) {
+        lastReason_.clear();
+        Succeed();
         return;
     }
-    QImageWriter writer(vPath, format);
-    const double dotsPerMetre = vDpi / 0.0254;
-    vPicture.setDotsPerMeterX(qRound(dotsPerMetre));
-    vPicture.setDotsPerMeterY(qRound(dotsPerMetre));
-    if (!writer.write(vPicture))
-        throw xdw::FormatError{XdwResult::WriteFault, QStringLiteral("cannot write %1: %2").arg(vPath, writer.errorString())};
+    lastReason_ = vWhat;
+    Fail(XdwResult::InvalidArg);
 }
 
 void XdwEngine::PaintPage(QPainter& vPainter, qint32 vPage, double vScale)
