@@ -22,19 +22,16 @@ namespace {
 constexpr double MetresPerInch = 0.0254;
 constexpr double MmPerInch = 25.4;
 
-const std::map<QString, TiffCompress>& TiffCodecs()
-{
-    static const std::map<QString, TiffCompress> codecs{
-        {QStringLiteral("NOCOMPRESS"), TiffCompress::None},
-        {QStringLiteral("PACKBITS"), TiffCompress::PackBits},
-        {QStringLiteral("JPEG"), TiffCompress::Jpeg},
-        {QStringLiteral("JPEG_TTN2"), TiffCompress::JpegTtn2},
-        {QStringLiteral("G4"), TiffCompress::G4},
-        {QStringLiteral("LZW"), TiffCompress::Lzw},
-        {QStringLiteral("DEFLATE"), TiffCompress::Deflate},
-    };
-    return codecs;
-}
+// The TIFF compressions by the names users give them, in the order a list shows them.
+struct TiffName {
+    const char* name;
+    TiffCompress compress;
+};
+constexpr TiffName TiffNames[] = {
+    {"NOCOMPRESS", TiffCompress::None}, {"PACKBITS", TiffCompress::PackBits}, {"JPEG", TiffCompress::Jpeg},
+    {"JPEG_TTN2", TiffCompress::JpegTtn2}, {"G4", TiffCompress::G4}, {"LZW", TiffCompress::Lzw},
+    {"DEFLATE", TiffCompress::Deflate},
+};
 
 [[noreturn]] void Fail(qint32 vCode, const QString& vReason)
 {
@@ -101,10 +98,12 @@ std::optional<ImageKind> ImageKindOf(const QString& vName)
 
 const QStringList& TiffCompressNames()
 {
-    static const QStringList names{QStringLiteral("NOCOMPRESS"), QStringLiteral("PACKBITS"),
-                                   QStringLiteral("JPEG"),       QStringLiteral("JPEG_TTN2"),
-                                   QStringLiteral("G4"),         QStringLiteral("LZW"),
-                                   QStringLiteral("DEFLATE")};
+    static const QStringList names = [] {
+        QStringList list;
+        for (const TiffName& t : TiffNames)
+            list << QString::fromLatin1(t.name);
+        return list;
+    }();
     return names;
 }
 
@@ -245,7 +244,7 @@ void ImageWriter::Write(const PagePicture& vPicture, const QString& vPath, const
                                                    && Takes(PdfConvertMethods(), settings_.convertMethod)
                                                : true;
     if (!known)
-        Fail(XdwResult::InvalidArg, QStringLiteral("compression %1 for %2").arg(compress, vType.toUpper()));
+        Fail(XdwResult::InvalidArg, QStringLiteral("%1 for %2").arg(QStringList{compress, settings_.convertMethod}.join(u' ').trimmed(), vType.toUpper()));
 
     // A page elsewhere ends the open sets.
     if (pdf_ && (kind != ImageKind::Pdf || pdf_->path != vPath))
@@ -271,8 +270,9 @@ void ImageWriter::Write(const PagePicture& vPicture, const QString& vPath, const
 void ImageWriter::WriteTiffPage(const PagePicture& vPicture, const QString& vPath, const QString& vCompress, bool vLast)
 {
     TiffOptions options;
-    if (!vCompress.isEmpty())
-        options.compress = TiffCodecs().at(vCompress);
+    for (const TiffName& t : TiffNames)
+        if (vCompress == QLatin1StringView(t.name))
+            options.compress = t.compress;
     options.append = openTiff_ == vPath && QFileInfo::exists(vPath);
     openTiff_ = vLast ? QString() : vPath;
     QString error;
@@ -296,9 +296,10 @@ void ImageWriter::WritePdf(const PagePicture& vPicture, const QString& vPath, co
         pdf_.reset();
         Fail(XdwResult::WriteFault, QStringLiteral("cannot write ") + vPath);
     }
-    // Qt writes pictures as JPEG unless told to keep them lossless; a black-and-white one it
-    // keeps as one bit a pixel either way.
-    pdf_->painter.setRenderHint(QPainter::LosslessImageRendering, vCompress == u"LOSSLESS");
+    // Qt writes pictures as JPEG unless told to keep them lossless. A black-and-white page is
+    // always kept lossless: JPEG would blur its edges and make it larger besides.
+    const bool mono = vPicture.image.format() == QImage::Format_Mono;
+    pdf_->painter.setRenderHint(QPainter::LosslessImageRendering, mono || vCompress == u"LOSSLESS");
     const double unitsPerMm = pdf_->writer.resolution() / MmPerInch;
     pdf_->painter.drawImage(QRectF(QPointF(0, 0), paper * unitsPerMm), vPicture.image);
     if (vLast)

@@ -28,7 +28,11 @@ enum class ImageKind { Tiff, Jpeg, Pdf, Dib, Png };
 // "bmp", ...) names, in any case; nothing for other words.
 std::optional<ImageKind> ImageKindOf(const QString& vName);
 
-// The compression names each kind takes, the first the default; PDF also takes the JPEG ones.
+// The compression names each kind takes, in any case; an empty name is the kind's default.
+// TIFF: left to itself G4 for black and white and deflate for colour; JPEG_TTN2 is JPEG in the
+// YCbCr layout of the TIFF technical note, JPEG the same codec on RGB; G4 makes any page one
+// bit. JPEG: three qualities. PDF: the JPEG names put the page in as JPEG, LOSSLESS keeps it
+// lossless, and a black-and-white page is kept lossless whatever the name.
 const QStringList& TiffCompressNames();
 const QStringList& JpegCompressNames();
 const QStringList& PdfCompressNames();

@@ -38,6 +38,22 @@ public:
         return ((image_.constScanLine(vY)[vX >> 3] >> (7 - (vX & 7))) & 1) == ink_;
     }
     void Flip(int vX, int vY) { image_.scanLine(vY)[vX >> 3] ^= uchar(0x80 >> (vX & 7)); }
+    // The first x from vX on whose pixel is black (or white), else the width. Whole bytes of
+    // the other colour are passed at once: most of a page is white paper.
+    int Seek(int vY, int vX, bool vBlack) const
+    {
+        const uchar* line = image_.constScanLine(vY);
+        const uchar other = vBlack == (ink_ == 1) ? 0x00 : 0xFF;
+        while (vX < Width()) {
+            if ((vX & 7) == 0 && line[vX >> 3] == other)
+                vX += 8;
+            else if (IsBlack(vX, vY) == vBlack)
+                return vX;
+            else
+                ++vX;
+        }
+        return Width();
+    }
 
 private:
     QImage& image_;
@@ -97,15 +113,10 @@ private:
     void RowRuns(int vY, std::vector<Span>& vRuns) const
     {
         vRuns.clear();
-        for (int x = 0; x < picture_.Width();) {
-            if (!Matches(x, vY)) {
-                ++x;
-                continue;
-            }
-            const int start = x;
-            while (x < picture_.Width() && Matches(x, vY))
-                ++x;
-            vRuns.push_back({start, x - 1, -1});
+        for (int x = picture_.Seek(vY, 0, black_); x < picture_.Width();) {
+            const int end = picture_.Seek(vY, x, !black_);
+            vRuns.push_back({x, end - 1, -1});
+            x = picture_.Seek(vY, end, black_);
         }
     }
 
@@ -154,10 +165,10 @@ private:
 
     void Erase(const Component& vComponent, int vMaxY)
     {
-        std::vector<std::pair<int, int>> stack{{vComponent.seedX, vComponent.seedY}};
-        while (!stack.empty()) {
-            const auto [x, y] = stack.back();
-            stack.pop_back();
+        stack_.assign(1, {vComponent.seedX, vComponent.seedY});
+        while (!stack_.empty()) {
+            const auto [x, y] = stack_.back();
+            stack_.pop_back();
             if (x < vComponent.minX || x > vComponent.maxX || y < vComponent.minY || y > vMaxY
                 || !Matches(x, y))
                 continue;
@@ -165,7 +176,7 @@ private:
             for (int dy = -1; dy <= 1; ++dy)
                 for (int dx = -1; dx <= 1; ++dx)
                     if ((dx || dy) && (reach_ || !dx || !dy))
-                        stack.emplace_back(x + dx, y + dy);
+                        stack_.emplace_back(x + dx, y + dy);
         }
     }
 
@@ -192,6 +203,7 @@ private:
     const int reach_;
     const int side_;
     std::vector<Component> table_;
+    std::vector<std::pair<int, int>> stack_;   // pixels still to look at while erasing
 };
 
 } // namespace

@@ -5,8 +5,8 @@
 //
 // Levels, by the runtime's numbers and names: 0 "NONE", 1 "NORMAL", 2 "WEAK", 3 "STRONG". By
 // strength they go WEAK, NORMAL, STRONG: a speck goes when it fits in a square of 0.1, 0.2 or
-// 0.3 mm (never less than one pixel) at the picture's own resolution, so a 1-pixel line of any
-// length stays and so does a dot on an "i".
+// 0.3 mm (never less than one pixel) at the picture's own resolution. A speck is judged by the
+// box around all of it, so a 1-pixel line longer than that stays, however thin.
 
 #include <QImage>
 #include <QStringList>

@@ -272,6 +272,11 @@ TEST_F(ImageFilesTest, PdfPageHasThePaperSizeAndTheCompressionChoosesJpegOrLossl
     EXPECT_EQ(pdf.pages, 1);
     EXPECT_FALSE(pdf.jpeg);
 
+    // Black and white is kept lossless whatever the compression says.
+    engine_.SetImagePdf(QStringLiteral("HIGHCOMPRESS"), 1, QStringLiteral("IMAGE"));
+    Convert(1, Path(QStringLiteral("m.pdf")), 72, 0, QStringLiteral("PDF"));
+    EXPECT_FALSE(ReadPdf(Path(QStringLiteral("m.pdf"))).jpeg);
+
     // A part is a page of the part's own paper: the right half, the top fifth.
     engine_.ConvertPageToImageFileEx(1, Path(QStringLiteral("part.pdf")), 100, 1, 50, 100, 0, 20);
     ASSERT_EQ(engine_.LastResult(), 0) << engine_.LastReason().toStdString();
@@ -338,8 +343,10 @@ TEST_F(ImageFilesTest, UnknownNamesAndTypesAreRefusedAndPartsTakeTheChosenKind)
     EXPECT_EQ(engine_.LastResult(), 0);
     engine_.ConvertPageToImageFile(1, Path(QStringLiteral("x.gif")), 30, 0, QStringLiteral("GIF"));
     EXPECT_EQ(engine_.LastResult(), XdwResult::InvalidArg);
-    engine_.ConvertPageToImageFile(1, Path(QStringLiteral("no/x.jpg")), 30, 0, QStringLiteral("JPEG"));
-    EXPECT_EQ(engine_.LastResult(), XdwResult::WriteFault);
+    for (const char* type : {"JPEG", "TIFF", "PDF", "DIB", "PNG"}) {
+        engine_.ConvertPageToImageFile(1, Path(QStringLiteral("no/x")), 30, 0, QString::fromLatin1(type));
+        EXPECT_EQ(engine_.LastResult(), XdwResult::WriteFault) << type;
+    }
 
     // A part to a path without a known ending is written as the kind chosen last.
     engine_.SetImageTiff(QStringLiteral("NOCOMPRESS"), 1);
