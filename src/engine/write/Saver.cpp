@@ -4,7 +4,7 @@
 #include "engine/FormatError.h"
 #include "engine/Tlv.h"
 #include "engine/write/Emit.h"
-#include "engine/write/Lh5Literal.h"
+#include "engine/write/Lh5Encode.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -76,7 +76,7 @@ QByteArray Segment(const EditableFile& vFile, qint64 vAt, qint64 vSuperseded)
     if (records.size() > MaxProperties)
         Fail(XdwResult::WriteFault, QStringLiteral("%1 bytes of records are more than a reader takes").arg(records.size()));
     // The one call of the compressor.
-    const QByteArray stored = lh5::CompressLiteral(records);
+    const QByteArray stored = lh5::Compress(records);
 
     QByteArray entries;
     std::vector<qint64> relative;
