@@ -51,7 +51,8 @@ struct Node {
 Node ReadTree(const Container& vContainer);
 
 // The expanded properties block of a tree: one 62 record per node, depth first, each as
-// 62 { 80 depth, 62 kind, attributes in order, 9F 33 declarations when any }.
+// 62 { 80 depth, 62 kind, attributes in order, 9F 33 declarations when any }. A tree nested
+// deeper than a reader takes (32) is refused with InvalidArg.
 QByteArray WriteRecords(const Node& vRoot);
 
 } // namespace xdw
