@@ -13,19 +13,12 @@ constexpr int MaxDepth = 32;
 constexpr qsizetype MaxAttributes = 100000;
 constexpr quint32 Declarations = 51;
 constexpr quint32 FirstNamed = 2001;
-constexpr int DeclarationItems = 5;
+constexpr size_t DeclarationItems = 5;
 
 void ReadDeclarations(QByteArrayView vList, Record& vRecord)
 {
-    const std::vector<QByteArrayView> items = Items(vList);
-    if (items.size() % DeclarationItems != 0)
-        Refuse(QStringLiteral("attribute declarations not in fives"));
-    for (size_t i = 0; i < items.size(); i += DeclarationItems) {
-        QByteArrayView name = items[i + 4];
-        if (name.endsWith('\0'))
-            name.chop(1);
-        vRecord.names.emplace_back(static_cast<quint32>(Count(items[i])), Cp932::Decode(name));
-    }
+    for (Declaration& d : DeclarationList(vList))
+        vRecord.names.emplace_back(d.number, std::move(d.name));
 }
 
 Record ReadRecord(QByteArrayView vValue, const Container& vContainer)
@@ -73,6 +66,25 @@ const Attribute* Record::Named(QStringView vName) const
         if (number >= FirstNamed && name == vName)
             return Find(number);
     return nullptr;
+}
+
+std::vector<Declaration> DeclarationList(QByteArrayView vList)
+{
+    const std::vector<QByteArrayView> items = Items(vList);
+    if (items.size() % DeclarationItems != 0)
+        Refuse(QStringLiteral("attribute declarations not in fives"));
+    auto integerOr = [](QByteArrayView vItem, qint64 vDefault) {
+        return vItem.isEmpty() || vItem.size() > 8 ? vDefault : Integer(vItem);
+    };
+    std::vector<Declaration> out;
+    for (size_t i = 0; i < items.size(); i += DeclarationItems) {
+        QByteArrayView name = items[i + 4];
+        if (name.endsWith('\0'))
+            name.chop(1);
+        out.push_back({static_cast<quint32>(Count(items[i])), integerOr(items[i + 1], NamedNumbers),
+                       integerOr(items[i + 2], -1), Cp932::Decode(name)});
+    }
+    return out;
 }
 
 QByteArrayView ValueOf(const Attribute& vAttribute, const Container& vContainer)

@@ -22,6 +22,19 @@ struct Attribute {
     QByteArrayView value;
 };
 
+// Declared types of named attributes (numbers 2001 and up).
+inline constexpr qint64 NamedNumbers = 2;    // a number list
+inline constexpr qint64 NamedBytes = 4;      // bytes, texts among them
+inline constexpr qint64 NamedSizePair = 107; // [w, h]
+
+// One name a record declares for one of its attributes from 2001 up.
+struct Declaration {
+    quint32 number = 0;
+    qint64 type = NamedNumbers;
+    qint64 index = -1;
+    QString name;
+};
+
 struct Record {
     int depth = 0;
     quint32 kind = 0;
@@ -37,6 +50,10 @@ struct Record {
 // The records of vProperties; references to entries (long declaration lists) go through
 // vContainer. Refuses the file when a record or the tree does not fit.
 std::vector<Record> ReadRecords(QByteArrayView vProperties, const Container& vContainer);
+
+// A declaration list (attribute 51) as (number, type, index, name length, name) fives; refuses
+// a list that is not in fives. A type or index that is no integer reads as the default.
+std::vector<Declaration> DeclarationList(QByteArrayView vList);
 
 // The value of an attribute, following a reference to an entry.
 QByteArrayView ValueOf(const Attribute& vAttribute, const Container& vContainer);

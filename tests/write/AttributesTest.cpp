@@ -106,8 +106,11 @@ TEST(Attributes, UserAttributesKeepTheirBytes)
     qint64 type = 0;
     EXPECT_EQ(Stored(again, u"data", &type), value);
     EXPECT_EQ(type, NamedBytes);
-    // The binder's own named attributes come first, untouched.
+    // The binder's own named attributes come first, untouched; a plain number reads as an
+    // integer, a size pair as no document attribute.
     EXPECT_EQ(AttributeNames(again), (QStringList{"%bindersize", "%bindercolor", "data"}));
+    EXPECT_EQ(GetDocumentAttribute(again, u"%bindercolor").value, QStringLiteral("5"));
+    EXPECT_EQ(CodeOf([&] { (void)GetDocumentAttribute(again, u"%bindersize"); }), XdwResult::InvalidArg);
     DeleteUserAttribute(file, u"data");
     EXPECT_EQ(AttributeNames(Again(file)), (QStringList{"%bindersize", "%bindercolor"}));
 }

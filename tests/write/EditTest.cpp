@@ -120,8 +120,8 @@ TEST(Edit, ExtractedPageIsADocumentOfItsOwn)
 
 TEST(Edit, TurningAPageMovesItsBoxesAndTurnsTheirDrawings)
 {
-    xdwtest::PageSpec spec = Labelled(QStringLiteral("t"));
-    spec.content = xdwtest::DrawingFields(4, QByteArray(64, 'c'), 21000, 29700, true);
+    xdwtest::PageSpec original = Labelled(QStringLiteral("t"));
+    original.content = xdwtest::DrawingFields(4, QByteArray(64, 'c'), 21000, 29700, true);
     struct Expected {
         int degree;
         qint64 width, height, x, y, w, h;
@@ -130,7 +130,7 @@ TEST(Edit, TurningAPageMovesItsBoxesAndTurnsTheirDrawings)
     for (const Expected& e : {Expected{90, 29700, 21000, 27200, 1000, 500, 3000},
                               Expected{180, 21000, 29700, 17000, 27200, 3000, 500},
                               Expected{270, 29700, 21000, 2000, 17000, 500, 3000}}) {
-        EditableFile file = LoadEditable(xdwtest::Document({spec}));
+        EditableFile file = LoadEditable(xdwtest::Document({original}));
         RotatePage(file, 1, e.degree);
         const Model model = Reread(file);
         const Page& page = model.Pages().at(0);

@@ -1,6 +1,5 @@
 #include "engine/write/Attributes.h"
 
-#include "engine/FormatError.h"
 #include "engine/Records.h"
 #include "engine/Tlv.h"
 #include "engine/write/Emit.h"
@@ -84,11 +83,14 @@ DocumentAttribute GetDocumentAttribute(const EditableFile& vFile, QStringView vN
     const NodeAttribute* a = declared ? vFile.root.Find(declared->number) : nullptr;
     if (!a || a->tagClass != 2)
         Absent(vName);
-    if (declared->type != NamedNumbers)
+    if (declared->type == NamedBytes)
         return {AttributeString, NarrowText(a->value)};
-    const std::vector<qint64> numbers = NumberList(a->value);
-    if (numbers.size() != 2)
-        Refuse(QStringLiteral("attribute %1 holds %2 numbers").arg(vName).arg(numbers.size()));
+    // Ours hold [value, type]; a plain number another program set reads as an integer.
+    const std::vector<qint64> numbers = declared->type == NamedNumbers ? NumberList(a->value) : std::vector<qint64>();
+    if (numbers.size() == 1)
+        return {AttributeInteger, QString::number(numbers[0])};
+    if (numbers.size() != 2 || numbers[1] < AttributeInteger || numbers[1] > AttributeBool)
+        Absent(vName);
     return {static_cast<int>(numbers[1]), QString::number(numbers[0])};
 }
 

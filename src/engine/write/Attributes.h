@@ -5,8 +5,9 @@
 // User attributes are bytes under a name. Document attributes have a type: a string is kept as
 // text (cp932 ending in a zero byte in generation 7; UTF-16 under the name with "(w" appended in
 // generation 10, as annotation texts are), the other types as the number list [value, type].
-// A name the file does not have fails with InvalidArg (xdw::FormatError), which callers read as
-// "absent".
+// A single number another program set reads as an integer. A name the file does not have, or
+// one holding no document attribute (a size pair), fails with InvalidArg (xdw::FormatError),
+// which callers read as "absent".
 
 #include "engine/write/Saver.h"
 

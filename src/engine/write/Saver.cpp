@@ -198,6 +198,11 @@ void WriteReplacing(const QString& vTarget, const QByteArray& vBytes, bool vRepl
         ::unlink(temporary.constData());
         throw;
     }
+    // The rename outlasts a power cut only once the folder is written out too; the file is
+    // complete either way, so a failure here is not one of the save.
+    const Descriptor directory(::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (directory.Get() >= 0)
+        (void)::fsync(directory.Get());
 }
 
 } // namespace

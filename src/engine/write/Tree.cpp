@@ -6,7 +6,6 @@
 #include "engine/Records.h"
 #include "engine/Tlv.h"
 #include "engine/write/Emit.h"
-#include "support/Cp932.h"
 
 #include <algorithm>
 
@@ -16,28 +15,7 @@ namespace {
 
 constexpr quint32 AttrDeclarations = 51;
 constexpr quint32 FirstNamed = 2001;
-constexpr size_t DeclarationItems = 5;
 constexpr size_t MaxDepth = 32;
-
-std::vector<Declaration> DeclarationsOf(QByteArrayView vList)
-{
-    const std::vector<QByteArrayView> items = Items(vList);
-    if (items.size() % DeclarationItems != 0)
-        Refuse(QStringLiteral("attribute declarations not in fives"));
-    std::vector<Declaration> out;
-    for (size_t i = 0; i < items.size(); i += DeclarationItems) {
-        QByteArrayView name = items[i + 4];
-        if (name.endsWith('\0'))
-            name.chop(1);
-        Declaration d;
-        d.number = static_cast<quint32>(Count(items[i]) & 0xFFFFFFFF);
-        d.type = Integer(items[i + 1]);
-        d.index = Integer(items[i + 2]);
-        d.name = Cp932::Decode(name);
-        out.push_back(std::move(d));
-    }
-    return out;
-}
 
 Node NodeOf(const Record& vRecord, const Container& vContainer)
 {
@@ -47,7 +25,7 @@ Node NodeOf(const Record& vRecord, const Container& vContainer)
         // The declarations become a list of their own: kept as an attribute they would go
         // stale the moment a name is added, and a long list moved out to an entry is read in.
         if (a.number == AttrDeclarations) {
-            node.declarations = DeclarationsOf(ValueOf(a, vContainer));
+            node.declarations = DeclarationList(ValueOf(a, vContainer));
             continue;
         }
         node.attributes.push_back({a.tagClass, a.constructed, a.number, a.value.toByteArray()});

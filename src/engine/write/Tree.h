@@ -4,6 +4,8 @@
 // rotated or given attributes, and the whole written back as a record list. Attributes this
 // program does not understand are kept byte for byte, so a save changes only what was asked.
 
+#include "engine/Records.h"
+
 #include <QByteArray>
 #include <QString>
 #include <QStringView>
@@ -15,24 +17,11 @@ namespace xdw {
 
 class Container;
 
-// Declared types of named attributes (numbers 2001 and up).
-inline constexpr qint64 NamedNumbers = 2;    // a number list
-inline constexpr qint64 NamedBytes = 4;      // bytes, texts among them
-inline constexpr qint64 NamedSizePair = 107; // [w, h]
-
 struct NodeAttribute {
     quint8 tagClass = 2;      // 2 a value, 3 a reference to an entry (81 entry, 82 length)
     bool constructed = false;
     quint32 number = 0;
     QByteArray value;
-};
-
-// One name a record declares for one of its attributes from 2001 up.
-struct Declaration {
-    quint32 number = 0;
-    qint64 type = NamedNumbers;
-    qint64 index = -1;
-    QString name;
 };
 
 struct Node {
@@ -62,7 +51,8 @@ struct Node {
 Node ReadTree(const Container& vContainer);
 
 // The expanded properties block of a tree: one 62 record per node, depth first, each as
-// 62 { 80 depth, 62 kind, attributes in order, 9F 33 declarations when any }.
+// 62 { 80 depth, 62 kind, attributes in order, 9F 33 declarations when any }. A tree nested
+// deeper than a reader takes (32) is refused with InvalidArg.
 QByteArray WriteRecords(const Node& vRoot);
 
 } // namespace xdw
