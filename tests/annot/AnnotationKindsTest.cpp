@@ -6,6 +6,7 @@
 
 #include "common/TestFiles.h"
 #include "engine/FormatError.h"
+#include "engine/Tlv.h"
 #include "engine/XdwEngine.h"
 #include "engine/write/Annotations.h"
 #include "engine/write/NodeAccess.h"
@@ -215,6 +216,32 @@ TEST(AnnotationKinds, StickyNoteHoldsItsTextAsAChildAnnotation)
     EXPECT_EQ(GetProperty(*note, u"Text")->toString(), QStringLiteral("note"));
     // Ids come from the page: the note, its text, then the next annotation.
     EXPECT_EQ(xdw::nodes::NamedNumber(page, u"lastmid"), 3);
+}
+
+TEST(AnnotationKinds, DrawingsAreStoredCompressedOnlyWhenThatSavesBytes)
+{
+    // Annotation drawings carry no "compressed" flag: a reader knows them by the expanded size
+    // exceeding the stored one, so a compressor that saves nothing must be passed over.
+    AnnotationSpec s;
+    s.text = QStringLiteral("packed");
+    auto drawing = [&](const Compressor& vCompress) {
+        const xdw::Node placement = MakeAnnotation(s, vCompress);
+        return xdw::nodes::Find(placement.children.front(), 7)->value;
+    };
+    const QByteArray plain = drawing({});
+    const xdw::Fields stored(plain);
+    const qint64 emfSize = stored.IntegerOr(1, 0);
+    EXPECT_EQ(stored.IntegerOr(9, 0), emfSize);
+    EXPECT_EQ(stored.Get(6)->size(), emfSize);
+    EXPECT_EQ(stored.IntegerOr(0, 0), 4);    // EMF
+    EXPECT_EQ(stored.IntegerOr(13, 0), 1);   // an annotation's drawing
+
+    const Compressor literal = [](QByteArrayView v) { return xdwtest::Lh5Literal(v.toByteArray()); };
+    EXPECT_EQ(drawing(literal), plain);
+    const xdw::Fields packed(drawing([](QByteArrayView) { return QByteArray("xy"); }));
+    EXPECT_EQ(packed.IntegerOr(1, 0), emfSize);
+    EXPECT_EQ(packed.IntegerOr(9, 0), 2);
+    EXPECT_EQ(*packed.Get(6), QByteArrayView("xy"));
 }
 
 TEST(AnnotationKinds, RefusesWhatTheKindDoesNotAllow)

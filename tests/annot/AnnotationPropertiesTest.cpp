@@ -156,6 +156,21 @@ TEST(AnnotationProperties, ShapeAndStampPropertiesChangeTheirDrawings)
     EXPECT_EQ(xdw::PageText(xdw::Model(annottest::FileWith({stamped})), 0), QStringLiteral("受付\n2026/03/04"));
 }
 
+TEST(AnnotationProperties, OutlandishSettingsStayWithinAPageSizedBox)
+{
+    xdw::Node placement = Text(QStringLiteral("big\nbigger"));
+    ASSERT_TRUE(SetProperty(placement, u"FontSize", qint64(1) << 40));
+    ASSERT_TRUE(SetProperty(placement, u"LineSpace", -5));
+    ASSERT_TRUE(SetProperty(placement, u"TextLeftMargin", qint64(1) << 50));
+    xdw::Node page = annottest::BlankPage();
+    page.children.push_back(placement);
+    const AnnotationInfo info = ListAnnotations(page).front();
+    EXPECT_GT(info.width, 0);
+    EXPECT_LE(info.width, 240000);
+    EXPECT_LE(info.height, 240000);
+    EXPECT_EQ(xdw::PageText(xdw::Model(annottest::PageFile(page)), 0), QStringLiteral("big\nbigger"));
+}
+
 TEST(AnnotationProperties, HiddenAnnotationsNeitherShowNorGiveText)
 {
     xdw::Node page = annottest::BlankPage();

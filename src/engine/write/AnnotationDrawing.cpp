@@ -108,8 +108,11 @@ std::vector<QPoint> ArrowHead(QPoint vFrom, QPoint vTip, int vLength)
 QByteArray DrawLine(const Node& vRecord, QSize vSize)
 {
     EmfWriter w = Begin(vSize);
-    const qint64 hor = nodes::NamedNumber(vRecord, u"%HorVec").value_or(vSize.width());
-    const qint64 ver = nodes::NamedNumber(vRecord, u"%VerVec").value_or(vSize.height());
+    // The box bounds the vectors; a file that says otherwise is drawn inside its box anyway.
+    const qint64 hor = std::clamp<qint64>(nodes::NamedNumber(vRecord, u"%HorVec").value_or(vSize.width()),
+                                          -vSize.width(), vSize.width());
+    const qint64 ver = std::clamp<qint64>(nodes::NamedNumber(vRecord, u"%VerVec").value_or(vSize.height()),
+                                          -vSize.height(), vSize.height());
     const int pad = Logical((vSize.width() - std::abs(hor)) / 2.0);
     const int padY = Logical((vSize.height() - std::abs(ver)) / 2.0);
     // The box holds the line with room for its pen; the line runs from the start corner to the
