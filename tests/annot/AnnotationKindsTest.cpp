@@ -254,25 +254,22 @@ TEST(AnnotationKinds, RefusesWhatTheKindDoesNotAllow)
         }
         return false;
     };
-    AnnotationSpec rect;
-    rect.type = AddType::Rectangle;
-    rect.width = rect.height = 100;
-    EXPECT_FALSE(refused(rect));
-    rect.height = 99;
-    EXPECT_TRUE(refused(rect));
-    AnnotationSpec note;
-    note.type = AddType::Fusen;
-    note.width = note.height = 500;
-    EXPECT_FALSE(refused(note));
-    note.width = 50001;
-    EXPECT_TRUE(refused(note));
-    AnnotationSpec far;
-    far.y = 240001;
-    EXPECT_TRUE(refused(far));
-    AnnotationSpec line;
-    line.type = AddType::Line;
-    line.verVec = -240001;
-    EXPECT_TRUE(refused(line));
+    auto spec = [](AddType vType, qint64 vWidth, qint64 vHeight, qint64 vY = 0, qint64 vVerVec = 0) {
+        AnnotationSpec s;
+        s.type = vType;
+        s.width = vWidth;
+        s.height = vHeight;
+        s.y = vY;
+        s.verVec = vVerVec;
+        return s;
+    };
+    // The limits themselves pass; one past them is refused.
+    EXPECT_FALSE(refused(spec(AddType::Rectangle, 100, 100)));
+    EXPECT_TRUE(refused(spec(AddType::Rectangle, 100, 99)));
+    EXPECT_FALSE(refused(spec(AddType::Fusen, 500, 500)));
+    EXPECT_TRUE(refused(spec(AddType::Fusen, 50001, 500)));
+    EXPECT_TRUE(refused(spec(AddType::Text, 0, 0, 240001)));
+    EXPECT_TRUE(refused(spec(AddType::Line, 0, 0, 0, -240001)));
     AnnotationSpec bitmap;
     bitmap.type = AddType::Bitmap;
     EXPECT_TRUE(refused(bitmap));

@@ -81,6 +81,10 @@ public:
 
 private:
     void Add(quint32 vType, QByteArray vPayload);
+    // A record of one rectangle that draws in it: bounds of a path, or a shape's own box.
+    void Boxed(quint32 vType, const QRect& vRect);
+    // A POLYGON16 or POLYLINE16: bounds, count, then the points as 16-bit pairs.
+    void Points(quint32 vType, const std::vector<QPoint>& vPoints);
     quint32 TakeHandle();
     void Grow(const QRect& vRect);
 
