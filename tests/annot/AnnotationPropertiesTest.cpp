@@ -17,7 +17,7 @@ namespace {
 
 xdw::Node Text(const QString& vText, int vGeneration = 7)
 {
-    AnnotationSpec s;
+    AnnotationRequest s;
     s.text = vText;
     s.x = 2000;
     s.y = 2000;
@@ -132,7 +132,7 @@ TEST(AnnotationProperties, SetValuesRoundTripThroughBytesAndRedrawWhatShows)
 
 TEST(AnnotationProperties, ShapeAndStampPropertiesChangeTheirDrawings)
 {
-    AnnotationSpec rect;
+    AnnotationRequest rect;
     rect.type = AddType::Rectangle;
     rect.x = rect.y = 1000;
     rect.width = rect.height = 3000;
@@ -146,7 +146,7 @@ TEST(AnnotationProperties, ShapeAndStampPropertiesChangeTheirDrawings)
     ASSERT_TRUE(SetProperty(placement, u"FillColor", 0x00FF00));
     EXPECT_GT(middleInk(), 100);
 
-    AnnotationSpec stamp;
+    AnnotationRequest stamp;
     stamp.type = AddType::DateStamp;
     stamp.date = QDate(2026, 3, 4);
     xdw::Node stamped = MakeAnnotation(stamp);
@@ -154,6 +154,12 @@ TEST(AnnotationProperties, ShapeAndStampPropertiesChangeTheirDrawings)
     ASSERT_TRUE(SetProperty(stamped, u"DateStyle", 2));
     ASSERT_TRUE(SetProperty(stamped, u"TopField", QStringLiteral("受付")));
     EXPECT_EQ(xdw::PageText(xdw::Model(annottest::FileWith({stamped})), 0), QStringLiteral("受付\n2026/03/04"));
+    // Each date style's form, as users' stamps were set up with them.
+    const char* const forms[] = {"26.03.04", "2026.03.04", "2026/03/04", "3/4", "26.03.04"};
+    for (int style = 0; style < 5; ++style) {
+        ASSERT_TRUE(SetValue(stamped.children.front(), u"DateStyle", style));
+        EXPECT_EQ(StampDate(stamped.children.front()), QLatin1String(forms[style])) << style;
+    }
 }
 
 TEST(AnnotationProperties, OutlandishSettingsStayWithinAPageSizedBox)
@@ -194,7 +200,7 @@ TEST(AnnotationProperties, RemovedAnnotationsLeaveTheOthersInOrder)
 {
     xdw::Node page = annottest::BlankPage();
     for (const char* t : {"one", "two", "three"}) {
-        AnnotationSpec s;
+        AnnotationRequest s;
         s.text = QString::fromLatin1(t);
         AddAnnotation(page, s);
     }

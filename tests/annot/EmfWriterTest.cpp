@@ -97,7 +97,7 @@ TEST(EmfWriter, TextAndShapesPlayBackWhereTheyWereWritten)
 {
     EmfWriter w(QSize(2540, 2540), QSize(300, 300));
     w.SetWindowExt(QSize(300, 300));
-    xdw::FontSpec font;
+    xdw::LogFont font;
     font.face = QStringLiteral("Yu Gothic UI");
     const quint32 f = w.CreateFont(font);
     w.Select(f);

@@ -111,7 +111,7 @@ quint32 EmfWriter::CreateBrush(quint32 vColorRef)
     return handle;
 }
 
-quint32 EmfWriter::CreateFont(const FontSpec& vFont)
+quint32 EmfWriter::CreateFont(const LogFont& vFont)
 {
     const quint32 handle = TakeHandle();
     QByteArray p = Words({handle, vFont.height, 0, 0, 0, vFont.weight});

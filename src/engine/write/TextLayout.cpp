@@ -66,9 +66,9 @@ double EmHundredths(const Node& vRecord)
 
 namespace {
 
-FontSpec FontOf(const Node& vRecord, int vEm, bool vUnderline)
+LogFont FontOf(const Node& vRecord, int vEm, bool vUnderline)
 {
-    FontSpec f;
+    LogFont f;
     f.height = -vEm;
     f.weight = NumberOr(vRecord, u"FontBold", 0) ? 700 : 400;
     f.italic = NumberOr(vRecord, u"FontItalic", 0) != 0;
