@@ -18,7 +18,7 @@ namespace {
 constexpr double UnitsPerInch = 300.0;
 constexpr double HundredthsPerInch = 2540.0;
 constexpr double PointsPerInch = 72.0;
-constexpr quint32 Blue = 0xFF0000, Red = 0x0000FF, Grey = 0x808080;
+constexpr quint32 Blue = 0xFF0000, Red = 0x0000FF, Grey = 0x808080, NoteYellow = 6619135;
 
 QSize Window(QSize vSize)
 {
@@ -195,7 +195,7 @@ QByteArray DrawFusen(const Node& vRecord, QSize vSize)
     EmfWriter w = Begin(vSize);
     const QSize window = Window(vSize);
     const QRect box(QPoint(0, 0), window);
-    const quint32 brush = w.CreateBrush(static_cast<quint32>(NumberOr(vRecord, u"FillColor", 6619135)));
+    const quint32 brush = w.CreateBrush(static_cast<quint32>(NumberOr(vRecord, u"FillColor", NoteYellow)));
     w.Select(brush);
     w.BeginPath();
     w.MoveTo(box.topLeft());

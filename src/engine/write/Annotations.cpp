@@ -17,6 +17,8 @@ namespace xdw::annot {
 namespace {
 
 const QString Face = QStringLiteral("ＭＳ ゴシック");
+constexpr qint64 NoteYellow = 6619135;   // 付箋黄, the colour a new sticky note has
+constexpr qint64 StampRed = 0x0000FF;
 
 [[noreturn]] void Refuse(const QString& vReason)
 {
@@ -75,9 +77,11 @@ QSize KindSize(const AnnotationRequest& vRequest, const Node& vRecord)
         Check(w >= 500 && h >= 500 && w <= 50000 && h <= 50000, "sticky note outside 5 mm to 50 cm");
         return QSize(static_cast<int>(w), static_cast<int>(h));
     }
-    case AddType::DateStamp:
-        return QSize(static_cast<int>(vRequest.width ? vRequest.width : 1500),
-                     static_cast<int>(vRequest.height ? vRequest.height : 1500));
+    case AddType::DateStamp: {
+        const qint64 w = vRequest.width ? vRequest.width : 1500, h = vRequest.height ? vRequest.height : 1500;
+        Check(w >= 100 && h >= 100 && w <= Reach && h <= Reach, "date stamp outside 1 mm to 2.4 m");
+        return QSize(static_cast<int>(w), static_cast<int>(h));
+    }
     case AddType::Line: {
         // Room for the pen on every side, so a level line still has a height to be drawn in.
         const qint64 pen = 100;
@@ -144,13 +148,13 @@ Node MakeAnnotation(const AnnotationRequest& vRequest, const Compressor& vCompre
         Put(record, u"DateStyle", 0);
         Put(record, u"TopField", QString());
         Put(record, u"BottomField", QString());
-        Put(record, u"BorderColor", 0x0000FF);
+        Put(record, u"BorderColor", StampRed);
         Put(record, u"FontName", Face);
         break;
     }
     case AddType::Fusen: {
         PutNumber(record, QStringLiteral("%hidden"), 0);
-        Put(record, u"FillColor", 6619135);
+        Put(record, u"FillColor", NoteYellow);
         AnnotationRequest text = vRequest;
         text.type = AddType::Text;
         text.x = text.y = 0;
@@ -199,8 +203,14 @@ int AddAnnotation(Node& vParent, AnnotationRequest vRequest, const Compressor& v
 {
     std::vector<Node>* holder = Holder(vParent);
     Check(holder != nullptr, "annotations go on a page or an annotation");
-    // Ids are given by the page; a note's text takes the one after the note's.
-    const qint64 last = nodes::NamedNumber(vParent, u"lastmid").value_or(0);
+    // A page keeps the last id it gave; inside an annotation the next id follows the largest
+    // there. A note's text takes the id after the note's.
+    qint64 last = nodes::NamedNumber(vParent, u"lastmid").value_or(0);
+    if (vParent.kind != KindPage)
+        for (const Node& placement : *holder)
+            if (const Node* shown = ShownOf(placement))
+                if (const auto id = nodes::Numbers(*shown, AttrId); id && !id->empty())
+                    last = std::max(last, id->front());
     vRequest.id = last + 1;
     const qint64 used = vRequest.type == AddType::Fusen ? 2 : 1;
     if (vParent.kind == KindPage)
