@@ -186,10 +186,13 @@ TEST(AnnotationProperties, HiddenAnnotationsNeitherShowNorGiveText)
     SetHidden(page.children[1], true);
     EXPECT_TRUE(IsHidden(page.children[1]));
     EXPECT_TRUE(ListAnnotations(page)[1].hidden);
+    const AnnotationInfo hidden = ListAnnotations(page)[1];
     {
         const xdw::Model model(annottest::PageFile(page));
         EXPECT_EQ(model.Pages().front().placements.size(), 1u);
         EXPECT_EQ(xdw::PageText(model, 0), QStringLiteral("seen"));
+        const QImage image = xdw::RenderPage(model, 0, 100, true);
+        EXPECT_EQ(annottest::Inked(image, hidden.x, hidden.y, hidden.width, hidden.height, 100), 0);
     }
     SetHidden(page.children[1], false);
     const xdw::Model model(annottest::PageFile(page));
