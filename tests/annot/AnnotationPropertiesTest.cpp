@@ -17,7 +17,7 @@ namespace {
 
 xdw::Node Text(const QString& vText, int vGeneration = 7)
 {
-    AnnotationSpec s;
+    AnnotationRequest s;
     s.text = vText;
     s.x = 2000;
     s.y = 2000;
@@ -132,7 +132,7 @@ TEST(AnnotationProperties, SetValuesRoundTripThroughBytesAndRedrawWhatShows)
 
 TEST(AnnotationProperties, ShapeAndStampPropertiesChangeTheirDrawings)
 {
-    AnnotationSpec rect;
+    AnnotationRequest rect;
     rect.type = AddType::Rectangle;
     rect.x = rect.y = 1000;
     rect.width = rect.height = 3000;
@@ -146,7 +146,7 @@ TEST(AnnotationProperties, ShapeAndStampPropertiesChangeTheirDrawings)
     ASSERT_TRUE(SetProperty(placement, u"FillColor", 0x00FF00));
     EXPECT_GT(middleInk(), 100);
 
-    AnnotationSpec stamp;
+    AnnotationRequest stamp;
     stamp.type = AddType::DateStamp;
     stamp.date = QDate(2026, 3, 4);
     xdw::Node stamped = MakeAnnotation(stamp);
@@ -154,6 +154,27 @@ TEST(AnnotationProperties, ShapeAndStampPropertiesChangeTheirDrawings)
     ASSERT_TRUE(SetProperty(stamped, u"DateStyle", 2));
     ASSERT_TRUE(SetProperty(stamped, u"TopField", QStringLiteral("受付")));
     EXPECT_EQ(xdw::PageText(xdw::Model(annottest::FileWith({stamped})), 0), QStringLiteral("受付\n2026/03/04"));
+    // Each date style's form, as users' stamps were set up with them.
+    const char* const forms[] = {"26.03.04", "2026.03.04", "2026/03/04", "3/4", "26.03.04"};
+    for (int style = 0; style < 5; ++style) {
+        ASSERT_TRUE(SetValue(stamped.children.front(), u"DateStyle", style));
+        EXPECT_EQ(StampDate(stamped.children.front()), QLatin1String(forms[style])) << style;
+    }
+}
+
+TEST(AnnotationProperties, OutlandishSettingsStayWithinAPageSizedBox)
+{
+    xdw::Node placement = Text(QStringLiteral("big\nbigger"));
+    ASSERT_TRUE(SetProperty(placement, u"FontSize", qint64(1) << 40));
+    ASSERT_TRUE(SetProperty(placement, u"LineSpace", -5));
+    ASSERT_TRUE(SetProperty(placement, u"TextLeftMargin", qint64(1) << 50));
+    xdw::Node page = annottest::BlankPage();
+    page.children.push_back(placement);
+    const AnnotationInfo info = ListAnnotations(page).front();
+    EXPECT_GT(info.width, 0);
+    EXPECT_LE(info.width, 240000);
+    EXPECT_LE(info.height, 240000);
+    EXPECT_EQ(xdw::PageText(xdw::Model(annottest::PageFile(page)), 0), QStringLiteral("big\nbigger"));
 }
 
 TEST(AnnotationProperties, HiddenAnnotationsNeitherShowNorGiveText)
@@ -165,10 +186,13 @@ TEST(AnnotationProperties, HiddenAnnotationsNeitherShowNorGiveText)
     SetHidden(page.children[1], true);
     EXPECT_TRUE(IsHidden(page.children[1]));
     EXPECT_TRUE(ListAnnotations(page)[1].hidden);
+    const AnnotationInfo hidden = ListAnnotations(page)[1];
     {
         const xdw::Model model(annottest::PageFile(page));
         EXPECT_EQ(model.Pages().front().placements.size(), 1u);
         EXPECT_EQ(xdw::PageText(model, 0), QStringLiteral("seen"));
+        const QImage image = xdw::RenderPage(model, 0, 100, true);
+        EXPECT_EQ(annottest::Inked(image, hidden.x, hidden.y, hidden.width, hidden.height, 100), 0);
     }
     SetHidden(page.children[1], false);
     const xdw::Model model(annottest::PageFile(page));
@@ -179,7 +203,7 @@ TEST(AnnotationProperties, RemovedAnnotationsLeaveTheOthersInOrder)
 {
     xdw::Node page = annottest::BlankPage();
     for (const char* t : {"one", "two", "three"}) {
-        AnnotationSpec s;
+        AnnotationRequest s;
         s.text = QString::fromLatin1(t);
         AddAnnotation(page, s);
     }

@@ -18,7 +18,7 @@ namespace {
 constexpr double UnitsPerInch = 300.0;
 constexpr double HundredthsPerInch = 2540.0;
 constexpr double PointsPerInch = 72.0;
-constexpr quint32 Blue = 0xFF0000, Red = 0x0000FF, Grey = 0x808080;
+constexpr quint32 Blue = 0xFF0000, Red = 0x0000FF, Grey = 0x808080, NoteYellow = 6619135;
 
 QSize Window(QSize vSize)
 {
@@ -108,8 +108,11 @@ std::vector<QPoint> ArrowHead(QPoint vFrom, QPoint vTip, int vLength)
 QByteArray DrawLine(const Node& vRecord, QSize vSize)
 {
     EmfWriter w = Begin(vSize);
-    const qint64 hor = nodes::NamedNumber(vRecord, u"%HorVec").value_or(vSize.width());
-    const qint64 ver = nodes::NamedNumber(vRecord, u"%VerVec").value_or(vSize.height());
+    // The box bounds the vectors; a file that says otherwise is drawn inside its box anyway.
+    const qint64 hor = std::clamp<qint64>(nodes::NamedNumber(vRecord, u"%HorVec").value_or(vSize.width()),
+                                          -vSize.width(), vSize.width());
+    const qint64 ver = std::clamp<qint64>(nodes::NamedNumber(vRecord, u"%VerVec").value_or(vSize.height()),
+                                          -vSize.height(), vSize.height());
     const int pad = Logical((vSize.width() - std::abs(hor)) / 2.0);
     const int padY = Logical((vSize.height() - std::abs(ver)) / 2.0);
     // The box holds the line with room for its pen; the line runs from the start corner to the
@@ -192,7 +195,7 @@ QByteArray DrawFusen(const Node& vRecord, QSize vSize)
     EmfWriter w = Begin(vSize);
     const QSize window = Window(vSize);
     const QRect box(QPoint(0, 0), window);
-    const quint32 brush = w.CreateBrush(static_cast<quint32>(NumberOr(vRecord, u"FillColor", 6619135)));
+    const quint32 brush = w.CreateBrush(static_cast<quint32>(NumberOr(vRecord, u"FillColor", NoteYellow)));
     w.Select(brush);
     w.BeginPath();
     w.MoveTo(box.topLeft());

@@ -17,6 +17,8 @@ namespace xdw::annot {
 namespace {
 
 const QString Face = QStringLiteral("ＭＳ ゴシック");
+constexpr qint64 NoteYellow = 6619135;   // 付箋黄, the colour a new sticky note has
+constexpr qint64 StampRed = 0x0000FF;
 
 [[noreturn]] void Refuse(const QString& vReason)
 {
@@ -59,29 +61,31 @@ void TextDefaults(Node& vRecord)
     Put(vRecord, u"AutoResize", 1);
 }
 
-QSize KindSize(const AnnotationSpec& vSpec, const Node& vRecord)
+QSize KindSize(const AnnotationRequest& vRequest, const Node& vRecord)
 {
-    switch (vSpec.type) {
+    switch (vRequest.type) {
     case AddType::Text:
-        return TextBox(vRecord, vSpec.text);
+        return TextBox(vRecord, vRequest.text);
     case AddType::Link:
         return TextBox(vRecord, TextOr(vRecord, u"Caption", {}));
     case AddType::Rectangle:
-        Check(vSpec.width >= 100 && vSpec.height >= 100, "rectangle smaller than 1 mm");
-        Check(vSpec.width <= Reach && vSpec.height <= Reach, "rectangle larger than 2.4 m");
-        return QSize(static_cast<int>(vSpec.width), static_cast<int>(vSpec.height));
+        Check(vRequest.width >= 100 && vRequest.height >= 100, "rectangle smaller than 1 mm");
+        Check(vRequest.width <= Reach && vRequest.height <= Reach, "rectangle larger than 2.4 m");
+        return QSize(static_cast<int>(vRequest.width), static_cast<int>(vRequest.height));
     case AddType::Fusen: {
-        const qint64 w = vSpec.width ? vSpec.width : 5000, h = vSpec.height ? vSpec.height : 2500;
+        const qint64 w = vRequest.width ? vRequest.width : 5000, h = vRequest.height ? vRequest.height : 2500;
         Check(w >= 500 && h >= 500 && w <= 50000 && h <= 50000, "sticky note outside 5 mm to 50 cm");
         return QSize(static_cast<int>(w), static_cast<int>(h));
     }
-    case AddType::DateStamp:
-        return QSize(static_cast<int>(vSpec.width ? vSpec.width : 1500),
-                     static_cast<int>(vSpec.height ? vSpec.height : 1500));
+    case AddType::DateStamp: {
+        const qint64 w = vRequest.width ? vRequest.width : 1500, h = vRequest.height ? vRequest.height : 1500;
+        Check(w >= 100 && h >= 100 && w <= Reach && h <= Reach, "date stamp outside 1 mm to 2.4 m");
+        return QSize(static_cast<int>(w), static_cast<int>(h));
+    }
     case AddType::Line: {
         // Room for the pen on every side, so a level line still has a height to be drawn in.
         const qint64 pen = 100;
-        return QSize(static_cast<int>(std::abs(vSpec.horVec) + pen), static_cast<int>(std::abs(vSpec.verVec) + pen));
+        return QSize(static_cast<int>(std::abs(vRequest.horVec) + pen), static_cast<int>(std::abs(vRequest.verVec) + pen));
     }
     case AddType::Bitmap:
         break;
@@ -91,29 +95,29 @@ QSize KindSize(const AnnotationSpec& vSpec, const Node& vRecord)
 
 } // namespace
 
-Node MakeAnnotation(const AnnotationSpec& vSpec, const Compressor& vCompress)
+Node MakeAnnotation(const AnnotationRequest& vRequest, const Compressor& vCompress)
 {
-    Check(vSpec.x >= -Reach && vSpec.y >= -Reach && vSpec.x <= Reach && vSpec.y <= Reach,
+    Check(vRequest.x >= -Reach && vRequest.y >= -Reach && vRequest.x <= Reach && vRequest.y <= Reach,
           "position outside 2.4 m of the page");
     Node record;
-    record.kind = KindOf(static_cast<int>(vSpec.type));
+    record.kind = KindOf(static_cast<int>(vRequest.type));
     Check(record.kind != 0, "unknown annotation type");
     nodes::Set(record, AttrSize, {});
-    nodes::Set(record, AttrId, emit::Numbers({vSpec.id}));
-    if (vSpec.generation >= 10)
+    nodes::Set(record, AttrId, emit::Numbers({vRequest.id}));
+    if (vRequest.generation >= 10)
         SetWide(record);
-    qint64 x = vSpec.x, y = vSpec.y;
+    qint64 x = vRequest.x, y = vRequest.y;
     QSize size;
     QByteArray emf;
-    switch (vSpec.type) {
+    switch (vRequest.type) {
     case AddType::Text:
         TextDefaults(record);
-        Put(record, u"Text", vSpec.text);
+        Put(record, u"Text", vRequest.text);
         break;
     case AddType::Link:
         TextDefaults(record);
-        Put(record, u"Caption", vSpec.text.isEmpty() ? vSpec.url : vSpec.text);
-        Put(record, u"Url", vSpec.url);
+        Put(record, u"Caption", vRequest.text.isEmpty() ? vRequest.url : vRequest.text);
+        Put(record, u"Url", vRequest.url);
         Put(record, u"LinkType", 0);
         Put(record, u"ShowIcon", 0);
         break;
@@ -126,48 +130,48 @@ Node MakeAnnotation(const AnnotationSpec& vSpec, const Compressor& vCompress)
         Put(record, u"FillColor", 0xFFFFFF);
         break;
     case AddType::Line:
-        Check(std::abs(vSpec.horVec) <= Reach && std::abs(vSpec.verVec) <= Reach, "line longer than 2.4 m");
+        Check(std::abs(vRequest.horVec) <= Reach && std::abs(vRequest.verVec) <= Reach, "line longer than 2.4 m");
         PutNumber(record, QStringLiteral("%hidden"), 0);
         Put(record, u"BorderStyle", 0);
         Put(record, u"BorderWidth", 1);
         Put(record, u"BorderColor", 0);
         Put(record, u"ArrowheadType", 0);
-        PutNumber(record, QStringLiteral("%HorVec"), vSpec.horVec);
-        PutNumber(record, QStringLiteral("%VerVec"), vSpec.verVec);
-        x = std::min(vSpec.x, vSpec.x + vSpec.horVec) - 50;
-        y = std::min(vSpec.y, vSpec.y + vSpec.verVec) - 50;
+        PutNumber(record, QStringLiteral("%HorVec"), vRequest.horVec);
+        PutNumber(record, QStringLiteral("%VerVec"), vRequest.verVec);
+        x = std::min(vRequest.x, vRequest.x + vRequest.horVec) - 50;
+        y = std::min(vRequest.y, vRequest.y + vRequest.verVec) - 50;
         break;
     case AddType::DateStamp: {
         PutNumber(record, QStringLiteral("%hidden"), 0);
-        const QDate date = vSpec.date.isValid() ? vSpec.date : QDate::currentDate();
+        const QDate date = vRequest.date.isValid() ? vRequest.date : QDate::currentDate();
         PutNumber(record, QStringLiteral("%StampDate"), date.year() * 10000 + date.month() * 100 + date.day());
         Put(record, u"DateStyle", 0);
         Put(record, u"TopField", QString());
         Put(record, u"BottomField", QString());
-        Put(record, u"BorderColor", 0x0000FF);
+        Put(record, u"BorderColor", StampRed);
         Put(record, u"FontName", Face);
         break;
     }
     case AddType::Fusen: {
         PutNumber(record, QStringLiteral("%hidden"), 0);
-        Put(record, u"FillColor", 6619135);
-        AnnotationSpec text = vSpec;
+        Put(record, u"FillColor", NoteYellow);
+        AnnotationRequest text = vRequest;
         text.type = AddType::Text;
         text.x = text.y = 0;
-        text.id = vSpec.id + 1;
+        text.id = vRequest.id + 1;
         record.children.push_back(MakeAnnotation(text, vCompress));
         break;
     }
     case AddType::Bitmap: {
         PutNumber(record, QStringLiteral("%hidden"), 0);
-        const Bitmap bitmap = ReadBmp(vSpec.bitmap);
+        const Bitmap bitmap = ReadBmp(vRequest.bitmap);
         size = bitmap.size;
         emf = DrawPicture(bitmap.info, bitmap.bits, bitmap.pixels, size);
         break;
     }
     }
     if (size.isEmpty())
-        size = KindSize(vSpec, record);
+        size = KindSize(vRequest, record);
     Node placement = MakePlacement(x, y, std::move(record), size);
     if (emf.isEmpty())
         Redraw(placement, vCompress);
@@ -195,17 +199,23 @@ void Redraw(Node& vPlacement, const Compressor& vCompress)
         nodes::Set(record, AttrDrawing, DrawingFields(emf, size, vCompress));
 }
 
-int AddAnnotation(Node& vParent, AnnotationSpec vSpec, const Compressor& vCompress)
+int AddAnnotation(Node& vParent, AnnotationRequest vRequest, const Compressor& vCompress)
 {
     std::vector<Node>* holder = Holder(vParent);
     Check(holder != nullptr, "annotations go on a page or an annotation");
-    // Ids are given by the page; a note's text takes the one after the note's.
-    const qint64 last = nodes::NamedNumber(vParent, u"lastmid").value_or(0);
-    vSpec.id = last + 1;
-    const qint64 used = vSpec.type == AddType::Fusen ? 2 : 1;
+    // A page keeps the last id it gave; inside an annotation the next id follows the largest
+    // there. A note's text takes the id after the note's.
+    qint64 last = nodes::NamedNumber(vParent, u"lastmid").value_or(0);
+    if (vParent.kind != KindPage)
+        for (const Node& placement : *holder)
+            if (const Node* shown = ShownOf(placement))
+                if (const auto id = nodes::Numbers(*shown, AttrId); id && !id->empty())
+                    last = std::max(last, id->front());
+    vRequest.id = last + 1;
+    const qint64 used = vRequest.type == AddType::Fusen ? 2 : 1;
     if (vParent.kind == KindPage)
         nodes::SetNamed(vParent, QStringLiteral("lastmid"), NamedNumbers, emit::Numbers({last + used}));
-    holder->push_back(MakeAnnotation(vSpec, vCompress));
+    holder->push_back(MakeAnnotation(vRequest, vCompress));
     return static_cast<int>(ListAnnotations(vParent).size()) - 1;
 }
 

@@ -34,7 +34,7 @@ QString ColorName(qint64 vColor);
 QString BackColorName(qint64 vColor);
 qint64 ColorByName(QStringView vName);
 
-struct AnnotationSpec {
+struct AnnotationRequest {
     AddType type = AddType::Text;
     qint64 x = 0, y = 0;              // 1/100 mm from the page's (or the parent's) top-left
     qint64 width = 0, height = 0;     // rectangles and sticky notes; 0 for the kind's default
@@ -49,11 +49,11 @@ struct AnnotationSpec {
 
 // A new annotation placement with its drawing. Refuses (FormatError) a bitmap that is not a
 // readable BMP file and sizes outside what the kind allows.
-Node MakeAnnotation(const AnnotationSpec& vSpec, const Compressor& vCompress = {});
+Node MakeAnnotation(const AnnotationRequest& vRequest, const Compressor& vCompress = {});
 
 // Adds a new annotation to a page (1301) or a parent annotation placement, giving it the next
 // object id of the page's lastmid; the index it now has among vParent's annotations.
-int AddAnnotation(Node& vParent, AnnotationSpec vSpec, const Compressor& vCompress = {});
+int AddAnnotation(Node& vParent, AnnotationRequest vRequest, const Compressor& vCompress = {});
 
 struct AnnotationInfo {
     int index = 0;

@@ -30,7 +30,8 @@ quint16 U16(QByteArrayView vBytes, qsizetype vAt) { return qFromLittleEndian<qui
 int Hundredths(qint64 vPixels, qint32 vPerMetre)
 {
     const double dpi = vPerMetre > 0 ? vPerMetre * 0.0254 : DefaultDpi;
-    return static_cast<int>(std::lround(vPixels / dpi * 2540.0));
+    constexpr double Largest = 240000;   // 2.4 m, as far as any annotation reaches
+    return static_cast<int>(std::clamp<double>(std::lround(vPixels / dpi * 2540.0), 1, Largest));
 }
 
 } // namespace

@@ -111,7 +111,7 @@ quint32 EmfWriter::CreateBrush(quint32 vColorRef)
     return handle;
 }
 
-quint32 EmfWriter::CreateFont(const FontSpec& vFont)
+quint32 EmfWriter::CreateFont(const LogFont& vFont)
 {
     const quint32 handle = TakeHandle();
     QByteArray p = Words({handle, vFont.height, 0, 0, 0, vFont.weight});
@@ -145,49 +145,34 @@ void EmfWriter::LineTo(QPoint vPoint)
     Add(54, Words({vPoint.x(), vPoint.y()}));
 }
 
-void EmfWriter::Rectangle(const QRect& vRect)
+void EmfWriter::Rectangle(const QRect& vRect) { Boxed(43, vRect); }
+
+void EmfWriter::Ellipse(const QRect& vRect) { Boxed(42, vRect); }
+
+void EmfWriter::Boxed(quint32 vType, const QRect& vRect)
 {
     Grow(vRect);
-    Add(43, RectWords(vRect));
+    Add(vType, RectWords(vRect));
 }
 
-void EmfWriter::Ellipse(const QRect& vRect)
-{
-    Grow(vRect);
-    Add(42, RectWords(vRect));
-}
-
-void EmfWriter::Polygon(const std::vector<QPoint>& vPoints)
+void EmfWriter::Points(quint32 vType, const std::vector<QPoint>& vPoints)
 {
     QRect bounds;
     const QByteArray points = Points16(vPoints, &bounds);
     Grow(bounds);
-    Add(86, RectWords(bounds) + Words({static_cast<qint64>(vPoints.size())}) + points);
+    Add(vType, RectWords(bounds) + Words({static_cast<qint64>(vPoints.size())}) + points);
 }
 
-void EmfWriter::Polyline(const std::vector<QPoint>& vPoints)
-{
-    QRect bounds;
-    const QByteArray points = Points16(vPoints, &bounds);
-    Grow(bounds);
-    Add(87, RectWords(bounds) + Words({static_cast<qint64>(vPoints.size())}) + points);
-}
+void EmfWriter::Polygon(const std::vector<QPoint>& vPoints) { Points(86, vPoints); }
+void EmfWriter::Polyline(const std::vector<QPoint>& vPoints) { Points(87, vPoints); }
 
 void EmfWriter::BeginPath() { Add(59, {}); }
 void EmfWriter::EndPath() { Add(60, {}); }
 void EmfWriter::CloseFigure() { Add(61, {}); }
 
-void EmfWriter::FillPath(const QRect& vBounds)
-{
-    Grow(vBounds);
-    Add(62, RectWords(vBounds));
-}
+void EmfWriter::FillPath(const QRect& vBounds) { Boxed(62, vBounds); }
 
-void EmfWriter::StrokePath(const QRect& vBounds)
-{
-    Grow(vBounds);
-    Add(64, RectWords(vBounds));
-}
+void EmfWriter::StrokePath(const QRect& vBounds) { Boxed(64, vBounds); }
 
 void EmfWriter::TextOut(QPoint vAt, const QString& vText, const std::vector<qint32>& vAdvances)
 {

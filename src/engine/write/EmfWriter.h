@@ -28,7 +28,7 @@ inline constexpr quint32 StockSystemFont = 0x8000000D;
 // Pen styles (the low bits of a pen's style).
 enum class PenStyle : quint32 { Solid = 0, Dash = 1, Dot = 2, DashDot = 3, DashDotDot = 4, None = 5 };
 
-struct FontSpec {
+struct LogFont {
     qint32 height = -50;      // logical units; negative: the character height without leading
     qint32 weight = 400;
     bool italic = false, underline = false, strikeOut = false;
@@ -56,7 +56,7 @@ public:
     // Objects take the lowest free handle; Delete frees it for the next one.
     quint32 CreatePen(PenStyle vStyle, qint32 vWidth, quint32 vColorRef);
     quint32 CreateBrush(quint32 vColorRef);
-    quint32 CreateFont(const FontSpec& vFont);
+    quint32 CreateFont(const LogFont& vFont);
     void Select(quint32 vHandleOrStock);
     void Delete(quint32 vHandle);
 
@@ -81,6 +81,10 @@ public:
 
 private:
     void Add(quint32 vType, QByteArray vPayload);
+    // A record of one rectangle that draws in it: bounds of a path, or a shape's own box.
+    void Boxed(quint32 vType, const QRect& vRect);
+    // A POLYGON16 or POLYLINE16: bounds, count, then the points as 16-bit pairs.
+    void Points(quint32 vType, const std::vector<QPoint>& vPoints);
     quint32 TakeHandle();
     void Grow(const QRect& vRect);
 

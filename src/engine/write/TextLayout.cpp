@@ -15,6 +15,24 @@ constexpr double HundredthsPerInch = 2540.0;
 constexpr double PointsPerInch = 72.0;
 constexpr qint64 DefaultSize = 120;   // 1/10 pt
 const QString DefaultFace = QStringLiteral("ＭＳ ゴシック");
+constexpr qint64 LargestBox = 240000;
+
+// Settings are bounded before they size anything: a crafted font size, spacing or margin read
+// from a file must not become a box or a drawing of any size.
+qint64 Bounded(const Node& vRecord, QStringView vProperty, qint64 vDefault, qint64 vLow, qint64 vHigh)
+{
+    return std::clamp(NumberOr(vRecord, vProperty, vDefault), vLow, vHigh);
+}
+
+qint64 Margin(const Node& vRecord, QStringView vProperty)
+{
+    return Bounded(vRecord, vProperty, DefaultMargin, 0, 10000);
+}
+
+double Spacing(const Node& vRecord)
+{
+    return Bounded(vRecord, u"LineSpace", 100, 10, 1000) / 100.0;
+}
 
 // The vendor's Japanese faces give half-width characters half the height as advance and the
 // rest the full height; the box of a text is laid out by that rule, whatever font shows it.
@@ -43,14 +61,14 @@ QStringList Lines(const QString& vText)
 
 double EmHundredths(const Node& vRecord)
 {
-    return NumberOr(vRecord, u"FontSize", DefaultSize) / 10.0 * HundredthsPerInch / PointsPerInch;
+    return Bounded(vRecord, u"FontSize", DefaultSize, 1, 10000) / 10.0 * HundredthsPerInch / PointsPerInch;
 }
 
 namespace {
 
-FontSpec FontOf(const Node& vRecord, int vEm, bool vUnderline)
+LogFont FontOf(const Node& vRecord, int vEm, bool vUnderline)
 {
-    FontSpec f;
+    LogFont f;
     f.height = -vEm;
     f.weight = NumberOr(vRecord, u"FontBold", 0) ? 700 : 400;
     f.italic = NumberOr(vRecord, u"FontItalic", 0) != 0;
@@ -73,7 +91,7 @@ void WriteText(EmfWriter& vOut, const Node& vRecord, const QString& vText, QPoin
     vOut.SetTextColor(vColor);
     vOut.SetTextAlign(0);
     vOut.SetBkMode(true);
-    const double step = em * NumberOr(vRecord, u"LineSpace", 100) / 100.0;
+    const double step = em * Spacing(vRecord);
     const QStringList lines = Lines(vText);
     for (qsizetype i = 0; i < lines.size(); ++i) {
         std::vector<qint32> advances;
@@ -89,13 +107,13 @@ void WriteText(EmfWriter& vOut, const Node& vRecord, const QString& vText, QPoin
 
 QPoint Margins(const Node& vRecord)
 {
-    return QPoint(Logical(NumberOr(vRecord, u"TextLeftMargin", DefaultMargin)),
-                  Logical(NumberOr(vRecord, u"TextTopMargin", DefaultMargin)));
+    return QPoint(Logical(Margin(vRecord, u"TextLeftMargin")), Logical(Margin(vRecord, u"TextTopMargin")));
 }
 
 int Logical(double vHundredths)
 {
-    return static_cast<int>(std::lround(vHundredths * UnitsPerInch / HundredthsPerInch));
+    constexpr double Largest = 1e8;   // far beyond any box, well inside an int's range
+    return static_cast<int>(std::lround(std::clamp(vHundredths, -Largest, Largest) * UnitsPerInch / HundredthsPerInch));
 }
 
 QSize TextBox(const Node& vRecord, const QString& vText)
@@ -105,12 +123,13 @@ QSize TextBox(const Node& vRecord, const QString& vText)
     for (const QString& line : lines)
         ems = std::max(ems, LineEms(line));
     const double em = EmHundredths(vRecord);
-    const double step = em * NumberOr(vRecord, u"LineSpace", 100) / 100.0;
-    const double width = NumberOr(vRecord, u"TextLeftMargin", DefaultMargin)
-        + NumberOr(vRecord, u"TextRightMargin", DefaultMargin) + std::max(ems, 0.5) * em;
-    const double height = NumberOr(vRecord, u"TextTopMargin", DefaultMargin)
-        + NumberOr(vRecord, u"TextBottomMargin", DefaultMargin) + step * (lines.size() - 1) + em;
-    return QSize(static_cast<int>(std::ceil(width)), static_cast<int>(std::ceil(height)));
+    const double step = em * Spacing(vRecord);
+    const double width = Margin(vRecord, u"TextLeftMargin") + Margin(vRecord, u"TextRightMargin")
+        + std::max(ems, 0.5) * em;
+    const double height = Margin(vRecord, u"TextTopMargin") + Margin(vRecord, u"TextBottomMargin")
+        + step * static_cast<double>(lines.size() - 1) + em;
+    auto side = [](double v) { return static_cast<int>(std::clamp<double>(std::ceil(v), 1, LargestBox)); };
+    return QSize(side(width), side(height));
 }
 
 } // namespace xdw::annot
