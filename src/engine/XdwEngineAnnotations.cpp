@@ -27,12 +27,12 @@ QByteArray Pack(QByteArrayView vData)
     return lh5::Compress(vData);
 }
 
-xdw::annot::AnnotationSpec SpecOf(qint32 vType, qint32 vX, qint32 vY, qint32 vWidth, qint32 vHeight,
+xdw::annot::AnnotationRequest SpecOf(qint32 vType, qint32 vX, qint32 vY, qint32 vWidth, qint32 vHeight,
                                   const QString& vBitmapPath, int vGeneration)
 {
     if (xdw::annot::KindOf(vType) == 0)
         BadHandle(QStringLiteral("annotation type %1").arg(vType));
-    xdw::annot::AnnotationSpec spec;
+    xdw::annot::AnnotationRequest spec;
     spec.type = static_cast<xdw::annot::AddType>(vType);
     spec.x = vX;
     spec.y = vY;

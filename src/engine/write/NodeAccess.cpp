@@ -4,21 +4,10 @@
 #include "engine/Records.h"
 #include "engine/Tlv.h"
 
-#include <algorithm>
 
 namespace xdw::nodes {
 
 namespace {
-
-constexpr quint32 FirstNamed = 2001;
-
-const Declaration* Declared(const Node& vNode, QStringView vName)
-{
-    for (const Declaration& d : vNode.declarations)
-        if (d.name == vName)
-            return &d;
-    return nullptr;
-}
 
 std::optional<std::vector<qint64>> ListOf(const NodeAttribute* vAttribute)
 {
@@ -33,64 +22,18 @@ std::optional<std::vector<qint64>> ListOf(const NodeAttribute* vAttribute)
 
 } // namespace
 
-const NodeAttribute* Find(const Node& vNode, quint32 vNumber)
-{
-    for (const NodeAttribute& a : vNode.attributes)
-        if (a.number == vNumber)
-            return &a;
-    return nullptr;
-}
-
-void Set(Node& vNode, quint32 vNumber, const QByteArray& vValue)
-{
-    for (NodeAttribute& a : vNode.attributes) {
-        if (a.number == vNumber) {
-            a.tagClass = 2;
-            a.constructed = false;
-            a.value = vValue;
-            return;
-        }
-    }
-    vNode.attributes.push_back(NodeAttribute{2, false, vNumber, vValue});
-}
-
-void Remove(Node& vNode, quint32 vNumber)
-{
-    std::erase_if(vNode.attributes, [vNumber](const NodeAttribute& a) { return a.number == vNumber; });
-}
-
-const NodeAttribute* Named(const Node& vNode, QStringView vName)
-{
-    const Declaration* d = Declared(vNode, vName);
-    return d ? Find(vNode, d->number) : nullptr;
-}
+// The tree's own members do the work; these stay as free functions for the annotation code.
+const NodeAttribute* Find(const Node& vNode, quint32 vNumber) { return vNode.Find(vNumber); }
+void Set(Node& vNode, quint32 vNumber, const QByteArray& vValue) { vNode.Set(vNumber, vValue); }
+void Remove(Node& vNode, quint32 vNumber) { vNode.Remove(vNumber); }
+const NodeAttribute* Named(const Node& vNode, QStringView vName) { return vNode.Named(vName); }
 
 void SetNamed(Node& vNode, const QString& vName, qint64 vType, const QByteArray& vValue)
 {
-    if (const Declaration* d = Declared(vNode, vName)) {
-        Set(vNode, d->number, vValue);
-        return;
-    }
-    quint32 number = FirstNamed;
-    for (const Declaration& d : vNode.declarations)
-        number = std::max(number, d.number + 1);
-    for (const NodeAttribute& a : vNode.attributes)
-        if (a.number >= FirstNamed)
-            number = std::max(number, a.number + 1);
-    vNode.declarations.push_back(Declaration{number, vType, -1, vName});
-    Set(vNode, number, vValue);
+    vNode.SetNamed(vName, vType, vValue);
 }
 
-bool RemoveNamed(Node& vNode, QStringView vName)
-{
-    const auto d = std::find_if(vNode.declarations.begin(), vNode.declarations.end(),
-                                [vName](const Declaration& v) { return v.name == vName; });
-    if (d == vNode.declarations.end())
-        return false;
-    Remove(vNode, d->number);
-    vNode.declarations.erase(d);
-    return true;
-}
+bool RemoveNamed(Node& vNode, QStringView vName) { return vNode.RemoveNamed(vName); }
 
 std::optional<std::vector<qint64>> NamedNumbers(const Node& vNode, QStringView vName)
 {
