@@ -25,25 +25,24 @@ bool SameInk(const QImage& vA, const QImage& vB)
 
 TEST_F(LibraryTest, ImagesBecomePagesThatDrawBackExactlyOrCloseToTheSource)
 {
-    // A two-page fax in G4, a colour PNG kept lossless and a JPEG photograph.
+    // A two-page fax in G4, a colour TIFF kept lossless and a JPEG photograph (at Qt's 96 dpi).
     const QImage first = Strokes(QSize(1700, 2200), false), second = Strokes(QSize(1700, 2200), false).mirrored(true, false);
     ASSERT_TRUE(tiffwriter::Write(Path("fax.tif"), {first, second}, tiffwriter::Kind::BilevelG4, 200));
     const QImage colour = Strokes(QSize(800, 1000), true);
-    ASSERT_TRUE(colour.save(Path("colour.png")));
+    ASSERT_TRUE(tiffwriter::Write(Path("colour.tif"), {colour}, tiffwriter::Kind::RgbDeflate, 200));
     ASSERT_TRUE(colour.save(Path("photo.jpg"), "JPEG", 95));
 
     DocuWorksClass maker;
     maker.CreateXdwFromImageFile(Path("fax.tif"), Path("fax.xdw"));
     maker.SetCompress(QStringLiteral("LOSSLESS"));
-    maker.CreateXdwFromImageFile(Path("colour.png"), Path("colour.xdw"));
+    maker.CreateXdwFromImageFile(Path("colour.tif"), Path("colour.xdw"));
     maker.SetCompress(QStringLiteral("NORMAL"));
     maker.CreateXdwFromImageFile(Path("photo.jpg"), Path("photo.xdw"));
 
     ASSERT_EQ(Pages(Path("fax.xdw")), 2);
     EXPECT_TRUE(SameInk(Page(Path("fax.xdw"), 1, 200), first));
     EXPECT_TRUE(SameInk(Page(Path("fax.xdw"), 2, 200), second));
-    // A PNG states no resolution here, so it stands at 96 dpi.
-    EXPECT_EQ(Page(Path("colour.xdw"), 1, 96).convertToFormat(QImage::Format_RGB32), colour);
+    EXPECT_EQ(Page(Path("colour.xdw"), 1, 200).convertToFormat(QImage::Format_RGB32), colour);
     EXPECT_GT(Psnr(Page(Path("photo.xdw"), 1, 96), colour), 35.0);
 
     // The page knows what it was made from, and at what resolution.
