@@ -20,7 +20,7 @@ run: configure
 	cmake --build $(BUILD) -j $(JOBS) --target marnoquill marnoquill_samples
 	@if [ -n "$(ARGS)" ]; then ./$(BUILD)/marnoquill $(ARGS); \
 	else ./$(BUILD)/marnoquill_samples $(BUILD)/samples >/dev/null && \
-	     ./$(BUILD)/marnoquill $(BUILD)/samples/*.tif; fi
+	     ./$(BUILD)/marnoquill $(BUILD)/samples/*.tif $(BUILD)/samples/*.xdw; fi
 
 test: build
 	cd $(BUILD) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS)
