@@ -13,6 +13,7 @@
 #include "engine/write/Binder.h"
 #include "engine/write/DibPicture.h"
 #include "engine/write/Edit.h"
+#include "engine/write/ImageFile.h"
 #include "engine/write/Lh5Encode.h"
 #include "engine/write/Navigate.h"
 #include "engine/write/Saver.h"
@@ -99,7 +100,8 @@ void XdwEngine::ReducePageNoise(qint32 vPage, const QString& vLevel)
         if (!record)
             Decline(XdwResult::InvalidOperation, QStringLiteral("page %1 has no content").arg(vPage));
         record->Remove(7);
-        record->Set(7, xdw::picture::DibDrawing(cleaned, content.width, content.height,
+        // The stored bitmap keeps black at index 0, whatever table the cleaning left.
+        record->Set(7, xdw::picture::DibDrawing(xdw::image::BlackFirst(cleaned), content.width, content.height,
                                                 [](QByteArrayView v) { return lh5::Compress(v); }));
     });
 }
