@@ -9,6 +9,8 @@
 #include "engine/FormatError.h"
 #include "engine/Lh5.h"
 #include "engine/Model.h"
+#include "engine/write/Edit.h"
+#include "engine/write/Saver.h"
 #include "engine/PageRender.h"
 #include "engine/XdwBuilder.h"
 #include "engine/emf/MetafileWriter.h"
@@ -92,12 +94,36 @@ QByteArray Mutate(QByteArray vBytes, std::mt19937& vRandom)
     return vBytes;
 }
 
-// Opens, then draws and reads every page at a small size. Returns "" when all went as it
-// should, else what went wrong.
+// A file that reads is loaded for change, turned and saved; what is saved must read again.
+std::string Rewrite(const QByteArray& vFile, int vPages)
+{
+    QByteArray saved;
+    try {
+        xdw::EditableFile file = xdw::LoadEditable(vFile);
+        if (vPages > 0)
+            xdw::RotatePage(file, 1, 90);
+        saved = xdw::SavedBytes(file);
+    } catch (const xdw::FormatError& e) {
+        return GetXdwErrorText(e.code) == Unexpected ? "edit refused with an unknown code" : "";
+    }
+    try {
+        const xdw::Model again(saved);
+        if (static_cast<int>(again.Pages().size()) != vPages)
+            return "a saved file lost pages";
+    } catch (const xdw::FormatError& e) {
+        return "a saved file does not read back: " + e.reason.toStdString();
+    }
+    return {};
+}
+
+// Opens, then draws and reads every page at a small size, and saves a change. Returns "" when
+// all went as it should, else what went wrong.
 std::string Exercise(const QByteArray& vFile)
 {
     try {
         const xdw::Model model(vFile);
+        if (std::string rewritten = Rewrite(vFile, static_cast<int>(model.Pages().size())); !rewritten.empty())
+            return rewritten;
         for (int i = 0; i < static_cast<int>(model.Pages().size()) && i < 20; ++i) {
             try {
                 (void)xdw::RenderPage(model, i, 10, i % 2 == 0);
