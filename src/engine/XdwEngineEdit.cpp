@@ -36,6 +36,25 @@ QByteArray Pack(QByteArrayView vData)
     return lh5::Compress(vData);
 }
 
+// A page's picture goes into an entry of its own, referred to from its record, as scanned
+// documents keep their pages: the records stay small, and merging or inserting pages copies
+// the pictures' bytes instead of packing them again with the records.
+void PictureToEntry(xdw::EditableFile& vFile, xdw::Node& vPage)
+{
+    constexpr quint32 AttrDrawing = 7;
+    for (xdw::Node& placement : vPage.children)
+        for (xdw::Node& content : placement.children) {
+            xdw::NodeAttribute* drawing = content.Find(AttrDrawing);
+            if (content.kind != xdw::KindPageContent || !drawing || drawing->tagClass != 2)
+                continue;
+            const qint64 entry = vFile.AddEntry(drawing->value);
+            drawing->tagClass = 3;
+            drawing->constructed = false;
+            drawing->value = xdw::emit::Tlv(0x81, xdw::emit::Int(entry))
+                + xdw::emit::Tlv(0x82, xdw::emit::Int(drawing->value.size()));
+        }
+}
+
 // A document of the image's pages, each with its id in the page list.
 xdw::EditableFile DocumentOfImage(const QString& vImagePath, const xdw::Placing& vPlacing)
 {
@@ -43,6 +62,7 @@ xdw::EditableFile DocumentOfImage(const QString& vImagePath, const xdw::Placing&
     xdw::Node& list = xdw::edit::PageList(file.root);
     for (xdw::Node& page : xdw::PagesFromImage(vImagePath, vPlacing, Pack)) {
         page.Set(xdw::edit::AttrId, xdw::emit::Numbers({xdw::edit::NextId(list)}));
+        PictureToEntry(file, page);
         list.children.push_back(std::move(page));
     }
     return file;

@@ -78,11 +78,23 @@ QByteArray Segment(const EditableFile& vFile, qint64 vAt, qint64 vSuperseded)
     // The one call of the compressor.
     const QByteArray stored = lh5::Compress(records);
 
+    // Entries hold whole page pictures: each body is copied once, into a buffer sized first.
+    qsizetype total = 0;
+    for (const QByteArray& body : vFile.added)
+        total += body.size() + 24;
     QByteArray entries;
+    entries.reserve(total);
     std::vector<qint64> relative;
     for (const QByteArray& body : vFile.added) {
         relative.push_back(entries.size());
-        entries += Tlv(TagEntry, Tlv(0x81, Be32(CheckValue(body))) + Tlv(0x82, body));
+        const QByteArray check = Tlv(0x81, Be32(CheckValue(body)));
+        const QByteArray length = Length(body.size());
+        entries += static_cast<char>(TagEntry);
+        entries += Length(check.size() + 1 + length.size() + body.size());
+        entries += check;
+        entries += static_cast<char>(0x82);
+        entries += length;
+        entries += body;
     }
     const std::vector<qint64> kept = vFile.baseContainer ? vFile.baseContainer->EntryOffsets() : std::vector<qint64>();
     auto trailer = [&](qint64 vContentStart) {
@@ -101,12 +113,19 @@ QByteArray Segment(const EditableFile& vFile, qint64 vAt, qint64 vSuperseded)
         fields += Tlv(0x86, Le32(static_cast<quint32>(fields.size() + 6)));
         return Tlv(vFile.generation >= 10 ? 0x68 : 0x65, fields);
     };
-    const QByteArray body = entries + Tlv(TagPropertiesPacked, stored);
+    const QByteArray properties = Tlv(TagPropertiesPacked, stored);
     // Entry offsets are absolute, so they wait for the segment header's size; the trailer's own
     // size does not depend on their values.
-    const qint64 contentSize = body.size() + trailer(0).size();
-    const qint64 contentStart = vAt + 1 + Length(contentSize).size();
-    return QByteArray(1, static_cast<char>(TagSegment)) + Length(contentSize) + body + trailer(contentStart);
+    const qint64 contentSize = entries.size() + properties.size() + trailer(0).size();
+    const QByteArray header = QByteArray(1, static_cast<char>(TagSegment)) + Length(contentSize);
+    const QByteArray end = trailer(vAt + header.size());
+    QByteArray segment;
+    segment.reserve(header.size() + contentSize);
+    segment += header;
+    segment += entries;
+    segment += properties;
+    segment += end;
+    return segment;
 }
 
 class Descriptor {
