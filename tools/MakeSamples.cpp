@@ -27,7 +27,7 @@ void WriteAnnotated(const QString& vFrom, const QString& vTo)
     file->AddTextAnnotation(1, 1200, 1800)->SetProperty(QStringLiteral("Text"), QStringLiteral("確認済み: 見積書を回覧します"));
     file->AddRectAnnotation(1, 1000, 2600, 6000, 3000);
     file->AddLineAnnotation(1, 1000, 6200, 8000, 0);
-    file->AddFusenAnnotation(1, 5800, 8600, 4200, 2400)->SetProperty(QStringLiteral("Text"), QStringLiteral("付箋: 要確認"));
+    file->AddFusenAnnotation(1, 5800, 8600, 4200, 2400)->SetProperty(QStringLiteral("Text"), QStringLiteral("付箋: 2ページ目も確認してください"));
     file->AddDateStampAnnotation(1, 8200, 2700);
     file->AddLinkAnnotation(1, 1200, 12600)->SetProperty(QStringLiteral("Caption"), QStringLiteral("関連資料"));
     file->AddTextAnnotation(2, 1500, 2000)->SetProperty(QStringLiteral("Text"), QStringLiteral("2ページ目の注記"));

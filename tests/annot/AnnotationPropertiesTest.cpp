@@ -8,6 +8,7 @@
 #include "engine/write/AnnotationProperties.h"
 #include "engine/write/Annotations.h"
 #include "engine/write/NodeAccess.h"
+#include "engine/write/TextLayout.h"
 
 #include <gtest/gtest.h>
 
@@ -260,4 +261,17 @@ TEST(AnnotationProperties, ColoursByNameBothWays)
     EXPECT_EQ(BackColorName(65793), QStringLiteral("背景色なし"));
     EXPECT_EQ(ColorName(1), QString());
     EXPECT_EQ(ColorByName(u"まだら"), -1);
+}
+
+TEST(AnnotationProperties, TextRunsOnToTheNextLineAtTheEdgeOfAFixedBox)
+{
+    // The default 12 pt font is 50 units high at 300 units per inch; full-width characters
+    // advance by the whole height, Latin ones by half.
+    const xdw::Node text;
+    EXPECT_EQ(xdw::annot::Wrap(text, QStringLiteral("あいうえおかきくけこ"), 225),
+              QStringLiteral("あいうえ\nおかきく\nけこ"));
+    EXPECT_EQ(xdw::annot::Wrap(text, QStringLiteral("alpha beta gamma"), 250), QStringLiteral("alpha beta\ngamma"));
+    EXPECT_EQ(xdw::annot::Wrap(text, QStringLiteral("付箋: 要確認\nok"), 1000), QStringLiteral("付箋: 要確認\nok"));
+    // However narrow the box, each line takes a character and the text ends.
+    EXPECT_EQ(xdw::annot::Wrap(text, QStringLiteral("あい"), 10), QStringLiteral("あ\nい"));
 }

@@ -218,7 +218,9 @@ QByteArray DrawFusen(const Node& vRecord, QSize vSize)
     w.Delete(pen);
     if (const Node* text = FusenText(vRecord)) {
         w.IntersectClipRect(box);
-        WriteText(w, *text, TextOr(*text, u"Text", {}), Margins(*text),
+        // A note keeps its size, so its text runs on to the next line at the note's edge.
+        const QPoint margins = Margins(*text);
+        WriteText(w, *text, Wrap(*text, TextOr(*text, u"Text", {}), window.width() - 2 * margins.x()), margins,
                   static_cast<quint32>(NumberOr(*text, u"ForeColor", 0)));
     }
     return w.Finish();

@@ -105,6 +105,30 @@ void WriteText(EmfWriter& vOut, const Node& vRecord, const QString& vText, QPoin
     vOut.SetBkMode(false);
 }
 
+QString Wrap(const Node& vRecord, const QString& vText, int vWidth)
+{
+    const double fit = std::max(1.0, double(vWidth) / std::max(1, Logical(EmHundredths(vRecord))));
+    QStringList wrapped;
+    for (const QString& line : Lines(vText)) {
+        QString rest = line;
+        while (LineEms(rest) > fit) {
+            // The longest start of the rest that fits, at least one character so that every
+            // turn of the loop takes something.
+            qsizetype take = 1;
+            double ems = Ems(rest[0]);
+            while (take < rest.size() && ems + Ems(rest[take]) <= fit)
+                ems += Ems(rest[take++]);
+            const qsizetype blank = rest.lastIndexOf(u' ', take);
+            if (blank > 0 && take < rest.size())
+                take = blank + 1;
+            wrapped.append(rest.first(take).trimmed());
+            rest = rest.sliced(take);
+        }
+        wrapped.append(rest);
+    }
+    return wrapped.join(u'\n');
+}
+
 QPoint Margins(const Node& vRecord)
 {
     return QPoint(Logical(Margin(vRecord, u"TextLeftMargin")), Logical(Margin(vRecord, u"TextTopMargin")));

@@ -14,6 +14,10 @@
 namespace xdw::annot {
 
 QStringList Lines(const QString& vText);
+// vText broken so that no line is wider than vWidth logical units in the record's font: after
+// the last blank that fits where the line has one, else between any two characters, as Japanese
+// text breaks. Line breaks already in the text stay.
+QString Wrap(const Node& vRecord, const QString& vText, int vWidth);
 // The advance of a line in font heights.
 double LineEms(const QString& vLine);
 // The font height of a record in 1/100 mm.
