@@ -1,5 +1,5 @@
 // marnoquill-doc as a user runs it: its printed lines, its files and its one-line errors.
-#include "app/DocCommand.h"
+#include "common/DocRun.h"
 #include "common/TestFiles.h"
 #include "engine/XdwBuilder.h"
 
@@ -10,22 +10,6 @@
 using namespace xdwtest;
 
 namespace {
-
-struct Outcome {
-    int code;
-    QString out;
-    QString err;
-};
-
-Outcome RunDoc(const QStringList& vArguments)
-{
-    QString out, err;
-    QTextStream o(&out), e(&err);
-    const int code = RunDocCommand(vArguments, o, e);
-    o.flush();
-    e.flush();
-    return {code, out, err};
-}
 
 // Qt reads PNG and JPEG here; TIFF goes through libtiff as everywhere else in the program.
 QSize PictureSize(const QString& vPath)
@@ -61,7 +45,7 @@ protected:
 
 TEST_F(DocCommandTest, InfoListsEveryPageOnItsOwnLine)
 {
-    const Outcome o = RunDoc({QStringLiteral("info"), path_});
+    const DocOutcome o = RunDoc({QStringLiteral("info"), path_});
     EXPECT_EQ(o.code, 0);
     EXPECT_EQ(o.out, QStringLiteral("pages: 2\n"
                                     "page 1: 210.00 x 297.00 mm, 600 x 600 dpi, image, rotation 0, annotations 1\n"
@@ -73,7 +57,7 @@ TEST_F(DocCommandTest, TextOfOnePageOrOfAll)
 {
     EXPECT_EQ(RunDoc({QStringLiteral("text"), path_, QStringLiteral("1")}).out, QStringLiteral("一頁目\n"));
     // The second page has no text: an empty line, not an error.
-    const Outcome all = RunDoc({QStringLiteral("text"), path_});
+    const DocOutcome all = RunDoc({QStringLiteral("text"), path_});
     EXPECT_EQ(all.code, 0);
     EXPECT_EQ(all.out, QStringLiteral("一頁目\n\n"));
 }
@@ -82,7 +66,7 @@ TEST_F(DocCommandTest, RenderWritesThePictureByItsEnding)
 {
     for (const char* ending : {"png", "tif", "jpg"}) {
         const QString out = dir_.filePath(QStringLiteral("p.") + QLatin1StringView(ending));
-        const Outcome o = RunDoc({QStringLiteral("render"), path_, QStringLiteral("2"), QStringLiteral("--dpi"),
+        const DocOutcome o = RunDoc({QStringLiteral("render"), path_, QStringLiteral("2"), QStringLiteral("--dpi"),
                                QStringLiteral("100"), QStringLiteral("--mono"), QStringLiteral("-o"), out});
         ASSERT_EQ(o.code, 0) << o.err.toStdString();
         EXPECT_EQ(PictureSize(out), QSize(583, 827)) << ending;
@@ -92,7 +76,7 @@ TEST_F(DocCommandTest, RenderWritesThePictureByItsEnding)
 TEST_F(DocCommandTest, PdfHasOnePagePerDocumentPage)
 {
     const QString out = dir_.filePath(QStringLiteral("d.pdf"));
-    const Outcome o = RunDoc({QStringLiteral("pdf"), path_, QStringLiteral("-o"), out});
+    const DocOutcome o = RunDoc({QStringLiteral("pdf"), path_, QStringLiteral("-o"), out});
     ASSERT_EQ(o.code, 0) << o.err.toStdString();
     const QByteArray pdf = testfiles::ReadBytes(out);
     EXPECT_TRUE(pdf.startsWith("%PDF"));
@@ -121,7 +105,7 @@ TEST_F(DocCommandTest, FailuresAreOneLineWithNumberAndText)
          QStringLiteral("marnoquill-doc: the output must end in .png, .tif, .tiff, .jpg or .jpeg: x.bmpx\n")},
     };
     for (const auto& [arguments, expected] : cases) {
-        const Outcome o = RunDoc(arguments);
+        const DocOutcome o = RunDoc(arguments);
         EXPECT_EQ(o.code, 1);
         EXPECT_EQ(o.err, expected);
         EXPECT_TRUE(o.out.isEmpty());

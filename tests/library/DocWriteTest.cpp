@@ -1,28 +1,8 @@
 // marnoquill-doc's writing commands as a user runs them: files made, merged and given
 // attributes, read back by the same program.
-#include "app/DocCommand.h"
+#include "common/DocRun.h"
 #include "common/TiffWriter.h"
 #include "library/LibraryFixture.h"
-
-namespace {
-
-struct Outcome {
-    int code;
-    QString out;
-    QString err;
-};
-
-Outcome RunDoc(const QStringList& vArguments)
-{
-    QString out, err;
-    QTextStream o(&out), e(&err);
-    const int code = RunDocCommand(vArguments, o, e);
-    o.flush();
-    e.flush();
-    return {code, out, err};
-}
-
-} // namespace
 
 TEST_F(LibraryTest, CommandLineMakesMergesAndLabelsDocuments)
 {
@@ -32,7 +12,7 @@ TEST_F(LibraryTest, CommandLineMakesMergesAndLabelsDocuments)
 
     EXPECT_EQ(RunDoc({"create", Path("a.xdw"), Path("two.tif"), Path("photo.jpg")}).code, 0);
     EXPECT_EQ(RunDoc({"create", Path("b.xdw"), Path("photo.jpg"), "--compress", "lossless"}).code, 0);
-    Outcome info = RunDoc({"info", Path("a.xdw")});
+    DocOutcome info = RunDoc({"info", Path("a.xdw")});
     EXPECT_TRUE(info.out.startsWith(QStringLiteral("pages: 3\n"))) << info.out.toStdString();
     EXPECT_TRUE(info.out.contains(QStringLiteral("page 1: 101.60 x 127.00 mm, 100 x 100 dpi, image")));
 
@@ -45,11 +25,11 @@ TEST_F(LibraryTest, CommandLineMakesMergesAndLabelsDocuments)
     EXPECT_EQ(RunDoc({"attr", Path("m.xdw")}).out, QStringLiteral("件名\n版\n"));
 
     // Failures are one line with the library's number and text, and exit code 1.
-    const Outcome exists = RunDoc({"merge", Path("m.xdw"), Path("a.xdw")});
+    const DocOutcome exists = RunDoc({"merge", Path("m.xdw"), Path("a.xdw")});
     EXPECT_EQ(exists.code, 1);
     EXPECT_EQ(exists.err, QStringLiteral("marnoquill-doc: error 6300: MergeXdwDocument : ") + Path("m.xdw")
                               + QStringLiteral("が既に存在しています。\n"));
-    const Outcome badType = RunDoc({"attr", Path("m.xdw"), "版", "x", "Integer"});
+    const DocOutcome badType = RunDoc({"attr", Path("m.xdw"), "版", "x", "Integer"});
     EXPECT_EQ(badType.code, 1);
     EXPECT_TRUE(badType.err.contains(QStringLiteral("TypeがIntegerの場合Valueは数値で設定してください。")));
     EXPECT_EQ(RunDoc({"create", Path("c.xdw")}).code, 1);
